@@ -1,0 +1,56 @@
+# Install and export rules: headers under include/vekzol, the shared
+# library with its SONAME link, a CMake package (VEKZOLBaseConfig.cmake with
+# a version file and the VEKZOLBase::VEKZOLBase target) and vekzolbase.pc.
+include(CMakePackageConfigHelpers)
+
+set(VEKZOL_CMAKE_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/VEKZOLBase")
+
+install(TARGETS VEKZOLBase
+  EXPORT VEKZOLBaseTargets
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/vekzol"
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  FILES_MATCHING PATTERN "*.h")
+
+install(EXPORT VEKZOLBaseTargets
+  NAMESPACE VEKZOLBase::
+  FILE VEKZOLBaseTargets.cmake
+  DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR})
+
+configure_package_config_file(
+  "${PROJECT_SOURCE_DIR}/cmake/VEKZOLBaseConfig.cmake.in"
+  "${PROJECT_BINARY_DIR}/VEKZOLBaseConfig.cmake"
+  INSTALL_DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR})
+write_basic_package_version_file(
+  "${PROJECT_BINARY_DIR}/VEKZOLBaseConfigVersion.cmake"
+  VERSION ${PROJECT_VERSION}
+  COMPATIBILITY SameMajorVersion)
+install(FILES
+  "${PROJECT_BINARY_DIR}/VEKZOLBaseConfig.cmake"
+  "${PROJECT_BINARY_DIR}/VEKZOLBaseConfigVersion.cmake"
+  DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR})
+
+# The build tree is usable as a package too.
+export(EXPORT VEKZOLBaseTargets
+  NAMESPACE VEKZOLBase::
+  FILE "${PROJECT_BINARY_DIR}/VEKZOLBaseTargets.cmake")
+
+# pkg-config: absolute directories as the install prefix gives them.
+if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  set(VEKZOL_PC_LIBDIR "${CMAKE_INSTALL_LIBDIR}")
+else()
+  set(VEKZOL_PC_LIBDIR "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
+endif()
+if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
+  set(VEKZOL_PC_INCLUDEDIR "${CMAKE_INSTALL_INCLUDEDIR}")
+else()
+  set(VEKZOL_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
+endif()
+configure_file("${PROJECT_SOURCE_DIR}/cmake/vekzolbase.pc.in"
+  "${PROJECT_BINARY_DIR}/vekzolbase.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/vekzolbase.pc"
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -1,0 +1,46 @@
+# Test helpers. Unit tests link the library's objects (VEKZOLBase_objects)
+# and may include internal headers from src/; API tests (LINK_SHARED) link
+# the shared library the way a host does, so a missing export fails to link.
+#
+# Every test process gets a private TEMP directory, so trace files of
+# parallel test processes never meet.
+
+if(VEKZOL_BUILD_TESTS)
+  enable_testing()
+  find_package(GTest REQUIRED)
+  include(GoogleTest)
+  set(VEKZOL_TEST_TEMP_ROOT "${PROJECT_BINARY_DIR}/test-temp")
+endif()
+
+# vekzol_add_test(NAME <target> SOURCES <files...> [LINK_SHARED]
+#                 [ENVIRONMENT <VAR=value>...])
+#
+# Without ENVIRONMENT each GoogleTest case becomes one CTest test. With
+# ENVIRONMENT the executable is one CTest test run with those variables: the
+# way to test behaviour that reads the environment once per process.
+function(vekzol_add_test)
+  if(NOT VEKZOL_BUILD_TESTS)
+    return()
+  endif()
+  cmake_parse_arguments(ARG "LINK_SHARED" "NAME" "SOURCES;ENVIRONMENT" ${ARGN})
+  add_executable(${ARG_NAME} ${ARG_SOURCES})
+  if(ARG_LINK_SHARED)
+    target_link_libraries(${ARG_NAME} PRIVATE VEKZOLBase::VEKZOLBase GTest::gtest GTest::gtest_main)
+  else()
+    target_link_libraries(${ARG_NAME} PRIVATE VEKZOLBase_objects GTest::gtest GTest::gmock GTest::gtest_main)
+    target_include_directories(${ARG_NAME} PRIVATE ${PROJECT_SOURCE_DIR}/src)
+  endif()
+  vekzol_set_warnings(${ARG_NAME})
+
+  set(temp_dir "${VEKZOL_TEST_TEMP_ROOT}/${ARG_NAME}")
+  file(MAKE_DIRECTORY "${temp_dir}")
+  if(ARG_ENVIRONMENT)
+    add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
+    set_tests_properties(${ARG_NAME} PROPERTIES
+      ENVIRONMENT "TEMP=${temp_dir};VEKZOL_TEST_TEMP=${temp_dir};${ARG_ENVIRONMENT}")
+  else()
+    gtest_discover_tests(${ARG_NAME}
+      DISCOVERY_TIMEOUT 60
+      PROPERTIES ENVIRONMENT "TEMP=${temp_dir}")
+  endif()
+endfunction()

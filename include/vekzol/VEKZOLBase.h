@@ -1,0 +1,27 @@
+// File: VEKZOLBase.h
+// The umbrella header of the library: every exported class, the portable
+// types, the status values and the free functions.
+#ifndef VEKZOL_VEKZOLBASE_H_
+#define VEKZOL_VEKZOLBASE_H_
+
+#include <vekzol/platform/CAtlException.h>
+#include <vekzol/platform/CComVariant.h>
+#include <vekzol/platform/CString.h>
+#include <vekzol/platform/Export.h>
+#include <vekzol/platform/Status.h>
+#include <vekzol/platform/Variant.h>
+
+#include <vekzol/objects/VEKIZOLBaseObject.h>
+#include <vekzol/objects/VEKIZOLObject.h>
+#include <vekzol/objects/VEKIZOLRelation.h>
+#include <vekzol/objects/VEKZOLBaseObjectImpl.h>
+#include <vekzol/objects/VEKZOLObjectImpl.h>
+#include <vekzol/objects/VEKZOLRelationImpl.h>
+
+#include <vekzol/graphs/VEKZOLGraph.h>
+#include <vekzol/graphs/VEKZOLGraphEdge.h>
+#include <vekzol/graphs/VEKZOLGraphVertex.h>
+
+#include <vekzol/diagnostics/VEKZOLLog.h>
+
+#endif  // VEKZOL_VEKZOLBASE_H_

@@ -1,0 +1,79 @@
+// File: VEKZOLGraphVertex.h
+// VEKZOLGraphVertex: one object of the host's model inside one graph. It
+// knows its incoming and outgoing edges in the order they were attached and
+// carries two texts for the comparison (ident path, backup name). Its id
+// and name are asked of the object each time; the object is borrowed.
+//
+// Only VEKZOLGraph links edges to vertices. The list operations append to
+// the caller's deque and never clear it.
+//
+// _RefCounter: plus one in the value constructor, minus one in the
+// destructor, untouched by copies.
+#ifndef VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
+#define VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
+
+#include <deque>
+#include <vector>
+
+#include <vekzol/objects/VEKIZOLObject.h>
+#include <vekzol/platform/CString.h>
+#include <vekzol/platform/Export.h>
+
+class VEKZOLGraphEdge;
+
+class VEKZOL_API VEKZOLGraphVertex {
+ public:
+  explicit VEKZOLGraphVertex(VEKIZOLObject* object);
+  // Member by member: the copy shares the edges of this vertex, whose ends
+  // still point here.
+  VEKZOLGraphVertex(const VEKZOLGraphVertex& other);
+  VEKZOLGraphVertex& operator=(const VEKZOLGraphVertex& other);
+  virtual ~VEKZOLGraphVertex();
+
+  // The object's id; "" without object.
+  CString GetID();
+  VEKIZOLObject* GetObjectA();
+  // The object's display name, or the id when that is empty.
+  CString GetName();
+  // The parent vertex of the oldest incoming edge; null when there is no
+  // incoming edge or that edge has no parent vertex.
+  VEKZOLGraphVertex* GetParent();
+  // Append the vertices at the other end of each edge, oldest edge first,
+  // as often as edges lead there. S_FALSE without edges; S_OK when the
+  // number of edges equals the size of `parents`/`children` afterwards;
+  // E_FAIL otherwise (a deque that held something before, or an edge
+  // without vertex at its other end).
+  long GetParents(std::deque<VEKZOLGraphVertex*>& parents);
+  long GetChildren(std::deque<VEKZOLGraphVertex*>& children);
+  // Append the edges themselves, oldest first: S_FALSE without edges, else
+  // S_OK.
+  long GetParentEdges(std::deque<VEKZOLGraphEdge*>& edges);
+  long GetChildEdges(std::deque<VEKZOLGraphEdge*>& edges);
+  // The number of outgoing edges, whether they reach a vertex or not.
+  int GetNbChildren();
+  // True until an edge has started here / ended here.
+  bool IsLeaf();
+  bool IsRoot();
+  long SetIdentPath(const CString& identPath);
+  CString GetIdentPath();
+  void SetBackupName(CString backupName);
+  CString GetBackupName();
+
+  static int _RefCounter;
+
+ protected:
+  friend class VEKZOLGraph;
+
+  VEKIZOLObject* m_Object;
+  // The edge lists are private and only appended to by the graph; a vector
+  // costs nothing while empty, where a deque allocates its first block at
+  // construction, which matters for graphs of a million vertices.
+  std::vector<VEKZOLGraphEdge*> m_ParentEdges;
+  std::vector<VEKZOLGraphEdge*> m_ChildEdges;
+  CString m_IdentPath;
+  CString m_BackupName;
+  bool m_IsLeaf;
+  bool m_IsRoot;
+};
+
+#endif  // VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
