@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Builds the library with every test and runs the whole suite.
+#
+#   scripts/test.sh              Release build in build/test, warnings as errors
+#   scripts/test.sh --sanitize   the same under AddressSanitizer and
+#                                UndefinedBehaviorSanitizer, in build/sanitize
+set -euo pipefail
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+"$root/scripts/install-deps.sh"
+
+jobs="$(nproc 2>/dev/null || echo 2)"
+if [ "${1:-}" = "--sanitize" ]; then
+  build="$root/build/sanitize"
+  cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DVEKZOL_WARNINGS_AS_ERRORS=ON -DVEKZOL_SANITIZE=ON
+  export ASAN_OPTIONS="halt_on_error=1:detect_leaks=1:abort_on_error=1"
+  export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
+  # The packaging tests build consumers without the sanitizer runtime; they
+  # run in the plain build.
+  label_filter=(-LE packaging)
+else
+  build="$root/build/test"
+  cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release -DVEKZOL_WARNINGS_AS_ERRORS=ON
+  label_filter=()
+fi
+cmake --build "$build" -j "$jobs"
+cd "$build"
+ctest --output-on-failure -j "$jobs" "${label_filter[@]}"
