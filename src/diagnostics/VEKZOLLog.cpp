@@ -1,0 +1,211 @@
+// File: VEKZOLLog.cpp
+// The trace log. Every line is a complete open, write and close of the trace
+// file, so no stream stays open between lines and nothing is lost when the
+// host ends abruptly. The first line really written creates the file; the
+// three switches are read from the environment once per process.
+#include <vekzol/diagnostics/VEKZOLLog.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <ctime>
+#include <memory>
+#include <string>
+
+#include <vekzol/platform/Status.h>
+
+#include "platform/MbString.h"
+#include "platform/System.h"
+
+// The creation step has not run yet, and the switches are not read yet:
+// constant initialisation, so they hold before any other static runs.
+bool VEKZOLLog::_bIsInitialized = false;
+bool VEKZOLLog::s_LogEnabled = true;
+bool VEKZOLLog::s_LogEnabledRead = false;
+bool VEKZOLLog::s_RQTMode = false;
+bool VEKZOLLog::s_RQTModeRead = false;
+bool VEKZOLLog::s_Verbose = false;
+bool VEKZOLLog::s_VerboseRead = false;
+
+namespace {
+
+using vekzol::platform::Sys;
+
+// Closes the line's stream when WriteMsg leaves, also when composing the
+// line raises a string exception.
+struct StreamCloser {
+  void operator()(std::FILE* stream) const { std::fclose(stream); }
+};
+
+// The directory that receives the trace file. TEMP wins whenever it is set,
+// even to an empty value (the file then goes to the root). Windows stops
+// there; on POSIX, where TEMP is often not set, TMPDIR and then /tmp follow.
+CString TraceDirectory() {
+  std::string value;
+  if (Sys().GetEnv("TEMP", &value)) {
+    return CString(value);
+  }
+#if defined(_WIN32)
+  return CString();
+#else
+  if (Sys().GetEnv("TMPDIR", &value)) {
+    return CString(value);
+  }
+  return CString("/tmp");
+#endif
+}
+
+// The runtime's date text of `seconds`, as the zeroed buffer holds it: the
+// text up to its first NUL, empty when the platform could not form it.
+CString DateTextOf(int64_t seconds) { return CString(Sys().DateText(seconds).c_str()); }
+
+// Cuts the date text "Sat Nov 07 09:35:12 2026\n" down to "Nov 07 09:35:12":
+// the line end goes, then the year (after the last blank), then the weekday
+// (before the first blank). Texts of another shape go through the same
+// steps, so a platform's odd text degrades without failing.
+CString CutDateText(const CString& dateText) {
+  CString text = dateText.Left(dateText.GetLength() - 1);
+  const int lastBlank = text.ReverseFind(' ');
+  if (lastBlank > 0) {
+    text = text.Left(lastBlank);
+  }
+  const int firstBlank = text.Find(' ');
+  if (firstBlank > 0) {
+    text = text.Mid(firstBlank + 1);
+  }
+  return text;
+}
+
+// Replaces every `from` in `text` by `to`, one multi-byte character at a
+// time, so that no byte inside a character is taken for `from`.
+void ReplaceByCharacter(CString& text, char from, char to) {
+  const int length = text.GetLength();
+  char* const buffer = text.GetBuffer(length);
+  int index = 0;
+  while (index < length && buffer[index] != '\0') {
+    if (buffer[index] == from) {
+      buffer[index] = to;
+    }
+    index = static_cast<int>(vekzol::platform::Mbsinc(buffer + index) - buffer);
+  }
+  text.ReleaseBuffer(length);
+}
+
+// The stamp used when local time is unknown: the date text without its last
+// character, blanks and then colons turned into underscores, so that it can
+// stand in a file name ("Sat_Nov_07_09_35_12_2026").
+CString FallbackStamp(const CString& dateText) {
+  CString stamp = dateText.Left(dateText.GetLength() - 1);
+  ReplaceByCharacter(stamp, ' ', '_');
+  ReplaceByCharacter(stamp, ':', '_');
+  return stamp;
+}
+
+}  // namespace
+
+VEKZOLLog::VEKZOLLog() = default;
+
+VEKZOLLog::~VEKZOLLog() = default;
+
+VEKZOLLog& VEKZOLLog::operator=(const VEKZOLLog&) { return *this; }
+
+void VEKZOLLog::WriteMsg(CString message, int verbosity) {
+  if (!IsLogEnabled()) {
+    return;
+  }
+  // The cached flag, not IsVerbosityEnabled: verbose lines stay off until
+  // someone has asked for verbosity once.
+  if (verbosity != 0 && !s_Verbose) {
+    return;
+  }
+  std::FILE* stream = nullptr;
+  GetLogFile(&stream);
+  if (stream == nullptr) {
+    return;
+  }
+  std::unique_ptr<std::FILE, StreamCloser> closer(stream);
+
+  CString line = CutDateText(DateTextOf(Sys().Now()));
+  line += "\t";
+  line += message;
+
+  if (IsRQTMode()) {
+    std::printf("%s\n", line.GetString());
+  }
+  std::fprintf(stream, "%s", line.GetString());
+  std::fprintf(stream, "\n");
+}
+
+long VEKZOLLog::GetLogFile(std::FILE** stream) {
+  if (_bIsInitialized && !_LogFilePath.IsEmpty()) {
+    *stream = Sys().OpenFile(_LogFilePath, "a+");
+    return E_FAIL;
+  }
+
+  const CString directory = TraceDirectory();
+  const int64_t now = Sys().Now();
+  // The text of the header line: the stamp, or in the fallback the
+  // unchanged date text.
+  CString buffer;
+  std::tm local{};
+  if (Sys().LocalTime(now, &local)) {
+    buffer = CString(Sys().FormatTime("%a_%Y_%b_%d_hh%H_mm%M_ss%S", local, 1024).c_str());
+    _CreationTimeStamp = buffer;
+  } else {
+    buffer = DateTextOf(now);
+    _CreationTimeStamp = FallbackStamp(buffer);
+  }
+
+  _LogFilePath = directory;
+  _LogFilePath += Sys().PathSeparator();
+  _LogFilePath += "VZOL_Traces_";
+  _LogFilePath += _CreationTimeStamp;
+  _LogFilePath += ".log";
+
+  *stream = Sys().OpenFile(_LogFilePath, "w+");
+  if (*stream != nullptr) {
+    std::fprintf(*stream, "Log created: %s\n\n", buffer.GetString());
+  }
+  // Set even when the open failed: later lines retry with "a+" on this path.
+  _bIsInitialized = true;
+  return E_FAIL;
+}
+
+bool VEKZOLLog::IsLogEnabled() {
+  if (!s_LogEnabledRead) {
+    std::string value;
+    if (Sys().GetEnv("VEK_ZOL_LOG_ENABLED", &value) &&
+        vekzol::platform::Mbscmp(value.c_str(), "FALSE") == 0) {
+      s_LogEnabled = false;
+    }
+    s_LogEnabledRead = true;
+  }
+  return s_LogEnabled;
+}
+
+bool VEKZOLLog::IsRQTMode() {
+  if (!s_RQTModeRead) {
+    std::string value;
+    if (Sys().GetEnv("JBM_RQT_IN", &value) && !value.empty()) {
+      s_RQTMode = true;
+    }
+    s_RQTModeRead = true;
+  }
+  return s_RQTMode;
+}
+
+bool VEKZOLLog::IsVerbosityEnabled() {
+  if (!s_VerboseRead) {
+    std::string value;
+    if (Sys().GetEnv("VEK_ZOL_LOG_VERBOSE", &value) &&
+        (vekzol::platform::Mbscmp(value.c_str(), "TRUE") == 0 ||
+         vekzol::platform::Mbscmp(value.c_str(), "1") == 0)) {
+      s_Verbose = true;
+    }
+    s_VerboseRead = true;
+  }
+  return s_Verbose;
+}
+
+void VEKZOLLog::GetLogFilePath(CString& path) { path = _LogFilePath; }
+
+void VEKZOLLog::GetCreationTimeStamp(CString& stamp) { stamp = _CreationTimeStamp; }

@@ -86,7 +86,8 @@ class System {
   virtual bool ProcessTimes(uint64_t* kernel100ns, uint64_t* user100ns) = 0;
   // Seconds since the epoch (_time64).
   virtual int64_t Now() = 0;
-  // Local broken-down time of `seconds` (_localtime64_s). False on failure.
+  // Local broken-down time of `seconds` (_localtime64_s). False on failure,
+  // and for times the Windows runtime refuses: before 1970 or after 3000.
   virtual bool LocalTime(int64_t seconds, std::tm* out) = 0;
   // The runtime's date text of `seconds` (_ctime64_s): English weekday and
   // month, day of month as two digits, time, year and a newline:
@@ -106,8 +107,9 @@ class System {
   virtual uint32_t MakeDirectory(const char* path) = 0;
   // An empty directory (RemoveDirectoryA).
   virtual uint32_t RemoveEmptyDirectory(const char* path) = 0;
-  // Contents and mode; with `failIfExists` an existing target gives 80. A
-  // partial copy never stands under the target name (CopyFileA).
+  // Contents, mode and modification time; with `failIfExists` an existing
+  // target gives 80. A partial copy never stands under the target name
+  // (CopyFileA).
   virtual uint32_t CopyOneFile(const char* from, const char* to, bool failIfExists) = 0;
   // A file or directory to a new name; an existing target gives 183
   // (MoveFileA).
