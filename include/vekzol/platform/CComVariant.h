@@ -22,7 +22,9 @@ class VEKZOL_API CComVariant : public tagVARIANT {
   CComVariant(float value) noexcept;      // NOLINT: VT_R4
   CComVariant(double value) noexcept;     // NOLINT: VT_R8
   CComVariant(bool value) noexcept;       // NOLINT: VT_BOOL
-  // VT_BSTR converted from narrow text; null text gives an empty BSTR value.
+  // VT_BSTR converted from narrow text up to its first NUL (as ATL reads a
+  // CString through its const char*); null text gives a null BSTR, the
+  // empty BSTR value.
   CComVariant(const char* text);     // NOLINT
   CComVariant(const CString& text);  // NOLINT
   // VT_BSTR holding a copy of `text`.

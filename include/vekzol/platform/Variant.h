@@ -12,8 +12,10 @@
 // - VariantCopy deep-copies a VT_BSTR value; VariantClear frees it.
 // - VariantChangeType converts between numbers, booleans and text as OLE
 //   Automation does (a VT_I4 becomes its plain decimal text, VT_BOOL text is
-//   "True"/"False", numbers out of the target's range give
-//   DISP_E_OVERFLOW, text that is no number DISP_E_TYPEMISMATCH).
+//   "-1"/"0", or "True"/"False" with VARIANT_ALPHABOOL, numbers out of the
+//   target's range give DISP_E_OVERFLOW, text that is no number
+//   DISP_E_TYPEMISMATCH). A failed conversion leaves the destination as it
+//   was.
 #ifndef VEKZOL_PLATFORM_VARIANT_H_
 #define VEKZOL_PLATFORM_VARIANT_H_
 
