@@ -8,16 +8,15 @@
 if(VEKZOL_BUILD_TESTS)
   enable_testing()
   find_package(GTest REQUIRED)
-  include(GoogleTest)
   set(VEKZOL_TEST_TEMP_ROOT "${PROJECT_BINARY_DIR}/test-temp")
 endif()
 
 # vekzol_add_test(NAME <target> SOURCES <files...> [LINK_SHARED]
 #                 [ENVIRONMENT <VAR=value>...])
 #
-# Without ENVIRONMENT each GoogleTest case becomes one CTest test. With
-# ENVIRONMENT the executable is one CTest test run with those variables: the
-# way to test behaviour that reads the environment once per process.
+# Each executable is one CTest test. ENVIRONMENT adds variables to its
+# process: the way to test behaviour that reads the environment once per
+# process.
 function(vekzol_add_test)
   if(NOT VEKZOL_BUILD_TESTS)
     return()
@@ -32,15 +31,13 @@ function(vekzol_add_test)
   endif()
   vekzol_set_warnings(${ARG_NAME})
 
+  # One CTest test per executable: its cases run in one process, one after
+  # the other, with a TEMP of their own. Trace files are named by the second
+  # they are created in, so two processes sharing a TEMP could overwrite each
+  # other's file; separate executables never share one.
   set(temp_dir "${VEKZOL_TEST_TEMP_ROOT}/${ARG_NAME}")
   file(MAKE_DIRECTORY "${temp_dir}")
-  if(ARG_ENVIRONMENT)
-    add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
-    set_tests_properties(${ARG_NAME} PROPERTIES
-      ENVIRONMENT "TEMP=${temp_dir};VEKZOL_TEST_TEMP=${temp_dir};${ARG_ENVIRONMENT}")
-  else()
-    gtest_discover_tests(${ARG_NAME}
-      DISCOVERY_TIMEOUT 60
-      PROPERTIES ENVIRONMENT "TEMP=${temp_dir}")
-  endif()
+  add_test(NAME ${ARG_NAME} COMMAND ${ARG_NAME})
+  set_tests_properties(${ARG_NAME} PROPERTIES
+    ENVIRONMENT "TEMP=${temp_dir};VEKZOL_TEST_TEMP=${temp_dir};${ARG_ENVIRONMENT}")
 endfunction()

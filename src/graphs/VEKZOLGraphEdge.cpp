@@ -1,0 +1,42 @@
+// File: VEKZOLGraphEdge.cpp
+// An edge wraps one borrowed relation. Its two ends are set by VEKZOLGraph
+// when the edge is added and stay null where no vertex was found then.
+#include <vekzol/graphs/VEKZOLGraphEdge.h>
+
+// Constant-initialised, so it reads 0 before any dynamic initialisation runs.
+int VEKZOLGraphEdge::_RefCounter = 0;
+
+VEKZOLGraphEdge::VEKZOLGraphEdge(VEKIZOLRelation* relation)
+    : m_Relation(relation), m_Parent(nullptr), m_Child(nullptr) {
+  ++_RefCounter;
+}
+
+// A copy leaves the counter alone while its destructor still subtracts.
+VEKZOLGraphEdge::VEKZOLGraphEdge(const VEKZOLGraphEdge& other)
+    : m_Relation(other.m_Relation), m_Parent(other.m_Parent), m_Child(other.m_Child) {}
+
+VEKZOLGraphEdge& VEKZOLGraphEdge::operator=(const VEKZOLGraphEdge& other) {
+  m_Relation = other.m_Relation;
+  m_Parent = other.m_Parent;
+  m_Child = other.m_Child;
+  return *this;
+}
+
+// The relation and the two vertices are borrowed: they are only let go.
+VEKZOLGraphEdge::~VEKZOLGraphEdge() {
+  m_Relation = nullptr;
+  m_Parent = nullptr;
+  m_Child = nullptr;
+  --_RefCounter;
+}
+
+// The by-value form, which is also what the graph keys edges with.
+CString VEKZOLGraphEdge::GetID() { return m_Relation != nullptr ? m_Relation->GetID() : CString(); }
+
+CString VEKZOLGraphEdge::GetName() { return GetID(); }
+
+VEKIZOLRelation* VEKZOLGraphEdge::GetRelation() { return m_Relation; }
+
+VEKZOLGraphVertex* VEKZOLGraphEdge::GetParent() { return m_Parent; }
+
+VEKZOLGraphVertex* VEKZOLGraphEdge::GetChild() { return m_Child; }

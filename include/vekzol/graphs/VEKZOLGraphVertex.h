@@ -65,7 +65,7 @@ class VEKZOL_API VEKZOLGraphVertex {
   friend class VEKZOLGraph;
 
   VEKIZOLObject* m_Object;
-  // The edge lists are private and only appended to by the graph; a vector
+  // The edge lists are only appended to by the graph; a vector
   // costs nothing while empty, where a deque allocates its first block at
   // construction, which matters for graphs of a million vertices.
   std::vector<VEKZOLGraphEdge*> m_ParentEdges;
