@@ -39,10 +39,15 @@ export(EXPORT VEKZOLBaseTargets
   NAMESPACE VEKZOLBase::
   FILE "${PROJECT_BINARY_DIR}/VEKZOLBaseTargets.cmake")
 
-# pkg-config: absolute directories as the install prefix gives them.
+# pkg-config: the prefix is found relative to the .pc file itself, so an
+# install stays usable wherever --prefix puts it.
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
+  set(VEKZOL_PC_PREFIX "${CMAKE_INSTALL_PREFIX}")
   set(VEKZOL_PC_LIBDIR "${CMAKE_INSTALL_LIBDIR}")
 else()
+  file(RELATIVE_PATH pc_to_prefix "/root/${CMAKE_INSTALL_LIBDIR}/pkgconfig" "/root")
+  string(REGEX REPLACE "/$" "" pc_to_prefix "${pc_to_prefix}")
+  set(VEKZOL_PC_PREFIX "\${pcfiledir}/${pc_to_prefix}")
   set(VEKZOL_PC_LIBDIR "\${prefix}/${CMAKE_INSTALL_LIBDIR}")
 endif()
 if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
