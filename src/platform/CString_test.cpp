@@ -19,6 +19,13 @@ namespace {
 bool g_failAllocations = false;
 }  // namespace
 
+// GCC pairs `new` with its own built-in idea of the allocator and, once the
+// replacement below is inlined, takes the std::free inside it for a
+// mismatch. The pair is matched: both sides are replaced together.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+#endif
+
 void* operator new(std::size_t size) {
   if (g_failAllocations) throw std::bad_alloc();
   if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
