@@ -11,10 +11,12 @@
 #include <vekzol/platform/Status.h>
 #include <vekzol/platform/Variant.h>
 
+#include <vekzol/objects/TestClassBase.h>
 #include <vekzol/objects/VEKIZOLBaseObject.h>
 #include <vekzol/objects/VEKIZOLObject.h>
 #include <vekzol/objects/VEKIZOLRelation.h>
 #include <vekzol/objects/VEKZOLBaseObjectImpl.h>
+#include <vekzol/objects/VEKZOLMapOfObjList.h>
 #include <vekzol/objects/VEKZOLObjectImpl.h>
 #include <vekzol/objects/VEKZOLRelationImpl.h>
 
@@ -23,5 +25,7 @@
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
+
+#include <vekzol/services/VEKZOLFrame3D.h>
 
 #endif  // VEKZOL_VEKZOLBASE_H_
