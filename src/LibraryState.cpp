@@ -8,14 +8,35 @@
 //   2. the session path of the file-system services
 //   3. the two strings of the trace log
 //   4. the option store
-//   5. the static timers: eleven of the timer class, six of the string-list
-//      services, five of blob compression, each taking the next slot of the
-//      timer table
+//   5. the eleven static timers, six of the string-list services and then
+//      five of blob compression, each taking the next slot of the timer
+//      table (slots 0 to 10), so the first timer a host builds gets slot 11
 //
 // Statics with constant initialisation (flags, counters) need no place in
 // this order and live beside their classes.
 #include <vekzol/diagnostics/VEKZOLLog.h>
+#include <vekzol/diagnostics/VEKZOLTimer.h>
+#include <vekzol/services/VEKZOLSTLServices.h>
 
 // 3. The trace log: path of the trace file and the stamp in its name.
 CString VEKZOLLog::_LogFilePath;
 CString VEKZOLLog::_CreationTimeStamp;
+
+// 5. The static timers, in the order in which they take their slots.
+VEKZOLTimer VEKZOLSTLServices::_FindInDequeTimer("STL Services - Find In Deque Timer");
+VEKZOLTimer VEKZOLSTLServices::_AppendToDequeTimer("STL Services - Append To Deque Timer");
+VEKZOLTimer VEKZOLSTLServices::_IntersectionTimer("STL Services - Intersection Timer");
+VEKZOLTimer VEKZOLSTLServices::_DifferenceTimer("STL Services - Difference Timer");
+VEKZOLTimer VEKZOLSTLServices::_SymmetricDifferenceTimer(
+    "STL Services - Symmetric Difference Timer");
+VEKZOLTimer VEKZOLSTLServices::_RemoveDuplicatesTimer("STL Services - Remove Duplicates Timer");
+
+// The five timers of blob compression hold their slots here until that
+// class is built and takes them over as its statics, at this same place.
+namespace {
+VEKZOLTimer g_CompressStringTimer("VEKZOLZip - Compress String Timer");
+VEKZOLTimer g_DecompressBStringTimer("Blob Mgmt - Decompress B String Timer");
+VEKZOLTimer g_DecompressCStringTimer("Blob Mgmt - Decompress C String Timer");
+VEKZOLTimer g_ZlibCompressBlobTimer("Blob Mgmt - zlib Compress Blob Timer");
+VEKZOLTimer g_ZlibDecompressBlobTimer("Blob Mgmt - zlib Decompress Blob Timer");
+}  // namespace

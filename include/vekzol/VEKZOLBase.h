@@ -25,7 +25,9 @@
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
+#include <vekzol/diagnostics/VEKZOLTimer.h>
 
 #include <vekzol/services/VEKZOLFrame3D.h>
+#include <vekzol/services/VEKZOLSTLServices.h>
 
 #endif  // VEKZOL_VEKZOLBASE_H_

@@ -82,6 +82,10 @@ bool ForwardingSystem::UserDecimalSeparator(std::string* separator) {
   return target_->UserDecimalSeparator(separator);
 }
 
+bool ForwardingSystem::SetNumericLocale(const char* name, std::string* current) {
+  return target_->SetNumericLocale(name, current);
+}
+
 char ForwardingSystem::PathSeparator() { return target_->PathSeparator(); }
 
 }  // namespace platform

@@ -134,6 +134,15 @@ class System {
   // without changing the process's locale. False when it cannot be told.
   virtual bool UserDecimalSeparator(std::string* separator) = 0;
 
+  // The numeric category of the C runtime's locale, as setlocale with
+  // LC_NUMERIC handles it: a null `name` only asks, any other name switches
+  // the process's numeric locale to it ("C", "" for the user's settings, a
+  // name the runtime gave before). True with the name of the locale then
+  // in force in `*current` (when not null); false when the runtime refuses
+  // the name, which leaves the locale as it was. Process-wide: every thread
+  // sees the switch.
+  virtual bool SetNumericLocale(const char* name, std::string* current) = 0;
+
   // The separator that joins a directory and a name: '\\' on Windows, '/'
   // elsewhere.
   virtual char PathSeparator() = 0;
@@ -169,6 +178,7 @@ class ForwardingSystem : public System {
   std::FILE* OpenFile(const char* path, const char* mode) override;
   std::string ErrorText(uint32_t code) override;
   bool UserDecimalSeparator(std::string* separator) override;
+  bool SetNumericLocale(const char* name, std::string* current) override;
   char PathSeparator() override;
 
  private:

@@ -70,6 +70,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -602,6 +603,13 @@ class PosixSystem : public System {
     if (known && separator != nullptr) *separator = point;
     ::freelocale(user);
     return known;
+  }
+
+  bool SetNumericLocale(const char* name, std::string* current) override {
+    const char* result = std::setlocale(LC_NUMERIC, name);
+    if (result == nullptr) return false;
+    if (current != nullptr) *current = result;
+    return true;
   }
 
   char PathSeparator() override { return '/'; }

@@ -249,6 +249,11 @@ class RecordingSystem : public System {
     *separator = ",";
     return true;
   }
+  bool SetNumericLocale(const char* name, std::string* current) override {
+    last = std::string("SetNumericLocale ") + (name != nullptr ? name : "(null)");
+    *current = "numeric-locale";
+    return false;
+  }
   char PathSeparator() override {
     last = "PathSeparator";
     return '\\';
@@ -311,6 +316,11 @@ TEST(PosixSystemSeamTest, ForwardingSystemPassesEveryCallThrough) {
   EXPECT_TRUE(forwarding.UserDecimalSeparator(&text));
   EXPECT_EQ(target.last, "UserDecimalSeparator");
   EXPECT_EQ(text, ",");
+  EXPECT_FALSE(forwarding.SetNumericLocale("C", &text));
+  EXPECT_EQ(target.last, "SetNumericLocale C");
+  EXPECT_EQ(text, "numeric-locale");
+  EXPECT_FALSE(forwarding.SetNumericLocale(nullptr, &text));
+  EXPECT_EQ(target.last, "SetNumericLocale (null)");
   EXPECT_EQ(forwarding.PathSeparator(), '\\');
   EXPECT_EQ(target.last, "PathSeparator");
 }
@@ -595,6 +605,29 @@ TEST(PosixSystemLocaleTest, UserDecimalSeparatorLeavesTheGlobalLocaleAlone) {
   std::string separator;
   EXPECT_TRUE(Posix().UserDecimalSeparator(&separator));
   EXPECT_EQ(std::string(std::setlocale(LC_ALL, nullptr)), before);
+}
+
+TEST(PosixSystemLocaleTest, SetNumericLocaleSwitchesOnlyTheNumericCategory) {
+  ScopedGlobalLocale restore;
+  ASSERT_NE(std::setlocale(LC_ALL, "C.UTF-8"), nullptr);
+  std::string current;
+  EXPECT_TRUE(Posix().SetNumericLocale(nullptr, &current));
+  EXPECT_EQ(current, "C.UTF-8");
+  EXPECT_TRUE(Posix().SetNumericLocale("C", &current));
+  EXPECT_EQ(current, "C");
+  EXPECT_EQ(std::string(std::setlocale(LC_NUMERIC, nullptr)), "C");
+  EXPECT_EQ(std::string(std::setlocale(LC_CTYPE, nullptr)), "C.UTF-8");
+  EXPECT_TRUE(Posix().SetNumericLocale("C.UTF-8", nullptr));
+  EXPECT_EQ(std::string(std::setlocale(LC_NUMERIC, nullptr)), "C.UTF-8");
+}
+
+TEST(PosixSystemLocaleTest, SetNumericLocaleRefusesAnUnknownNameAndKeepsTheLocale) {
+  ScopedGlobalLocale restore;
+  ASSERT_NE(std::setlocale(LC_ALL, "C.UTF-8"), nullptr);
+  std::string current = "untouched";
+  EXPECT_FALSE(Posix().SetNumericLocale("no_SUCH.locale", &current));
+  EXPECT_EQ(current, "untouched");
+  EXPECT_EQ(std::string(std::setlocale(LC_NUMERIC, nullptr)), "C.UTF-8");
 }
 
 // --------------------------------------------------------------- messages

@@ -1,0 +1,68 @@
+// File: VEKZOLTimerTestSupport.h
+// Shared pieces of the timers' test programs: a platform backend whose tick
+// count and processor times the test sets, on top of the trace log's fixed
+// clock, so that report lines can be compared byte for byte; and the reading
+// of the trace file's lines.
+#ifndef VEKZOL_SRC_DIAGNOSTICS_VEKZOLTIMERTESTSUPPORT_H_
+#define VEKZOL_SRC_DIAGNOSTICS_VEKZOLTIMERTESTSUPPORT_H_
+
+#include <cstdint>
+#include <string>
+
+#include <vekzol/diagnostics/VEKZOLLog.h>
+
+#include "diagnostics/VEKZOLLogTestSupport.h"
+
+namespace vekzol_timer_test {
+
+// The trace log's fixed clock, plus a tick count and processor times that
+// the test sets. Processor times are in 100-nanosecond units, as the
+// platform gives them.
+class TimerClockSystem : public vekzol_log_test::FixedClockSystem {
+ public:
+  uint32_t TickCountMs() override {
+    ++tickReads;
+    return ticks;
+  }
+  bool ProcessTimes(uint64_t* kernel100ns, uint64_t* user100ns) override {
+    ++processTimesReads;
+    if (failProcessTimes) {
+      return false;
+    }
+    *kernel100ns = kernel;
+    *user100ns = user;
+    return true;
+  }
+
+  uint32_t ticks = 1000;
+  uint64_t kernel = 0;
+  uint64_t user = 0;
+  bool failProcessTimes = false;
+  int tickReads = 0;
+  int processTimesReads = 0;
+};
+
+// Starts a fresh trace file for the test: the log's state goes back to that
+// of a process that has written nothing, and earlier trace files go.
+inline void FreshTrace() {
+  vekzol_log_test::RemoveTraceFiles(vekzol_log_test::TestTempDir());
+  VEKZOLLogTestPeer::Reset();
+}
+
+// What the trace file holds after its header, or "" when it does not exist.
+inline std::string TraceBody() {
+  const std::string text = vekzol_log_test::ReadFile(
+      vekzol_log_test::TracePath(vekzol_log_test::TestTempDir(), vekzol_log_test::kStamp));
+  const std::string header = vekzol_log_test::kHeader;
+  if (text.compare(0, header.size(), header) != 0) {
+    return text;
+  }
+  return text.substr(header.size());
+}
+
+// One trace line as the fixed clock dates it.
+inline std::string Line(const std::string& message) { return vekzol_log_test::Line(message); }
+
+}  // namespace vekzol_timer_test
+
+#endif  // VEKZOL_SRC_DIAGNOSTICS_VEKZOLTIMERTESTSUPPORT_H_
