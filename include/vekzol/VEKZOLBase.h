@@ -23,6 +23,9 @@
 #include <vekzol/graphs/VEKZOLGraph.h>
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
+#include <vekzol/graphs/VEKZOLProcessGraph.h>
+#include <vekzol/graphs/VEKZOLProcessGraphEdge.h>
+#include <vekzol/graphs/VEKZOLProcessGraphVertex.h>
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/diagnostics/VEKZOLTimer.h>

@@ -6,10 +6,14 @@
 // the status those calls return (to see that it is ignored), change an id
 // after the fact, and count how often the ends of a relation are read.
 // The peers open the protected state of the graph classes to the tests,
-// for what no public operation reaches (a graph's name, null entries).
+// for what no public operation reaches (a graph's name, null entries, the
+// protected Dump). Model keeps the objects and relations of a test graph.
 #ifndef VEKZOL_SRC_GRAPHS_GRAPHTESTMODEL_H_
 #define VEKZOL_SRC_GRAPHS_GRAPHTESTMODEL_H_
 
+#include <deque>
+#include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -20,6 +24,7 @@
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
 #include <vekzol/objects/VEKIZOLObject.h>
 #include <vekzol/objects/VEKIZOLRelation.h>
+#include <vekzol/platform/CAtlException.h>
 #include <vekzol/platform/CString.h>
 #include <vekzol/platform/Status.h>
 
@@ -149,6 +154,10 @@ class GraphPeer : public VEKZOLGraph {
   // Puts `vertex`/`edge` (perhaps null) under `key`; the graph owns it then.
   void PutVertex(const CString& key, VEKZOLGraphVertex* vertex) { m_Vertices[key] = vertex; }
   void PutEdge(const CString& key, VEKZOLGraphEdge* edge) { m_Edges[key] = edge; }
+  // The protected Dump of one vertex.
+  long DumpVertex(VEKZOLGraphVertex* vertex, CString& text, int level) {
+    return Dump(vertex, text, level);
+  }
 };
 
 // A vertex whose edge lists a test fills directly, null entries included.
@@ -158,6 +167,7 @@ class VertexPeer : public VEKZOLGraphVertex {
 
   void AppendChildEdge(VEKZOLGraphEdge* edge) { m_ChildEdges.push_back(edge); }
   void AppendParentEdge(VEKZOLGraphEdge* edge) { m_ParentEdges.push_back(edge); }
+  void SetIsLeaf(bool isLeaf) { m_IsLeaf = isLeaf; }
 };
 
 // An edge whose ends a test sets directly.
@@ -170,6 +180,61 @@ class EdgePeer : public VEKZOLGraphEdge {
     m_Child = child;
   }
 };
+
+// Objects and relations that a test declares by id, kept alive as long as
+// the model, with the two deques that Build takes.
+class Model {
+ public:
+  // A new object, listed in `objects`.
+  TestObject* Object(const CString& id, const CString& displayName = "") {
+    TestObject* object = Outside(id, displayName);
+    objects.push_back(object);
+    return object;
+  }
+  // A new object that is not listed, to stand at an end that the graph
+  // does not know.
+  TestObject* Outside(const CString& id, const CString& displayName = "") {
+    m_Objects.push_back(std::make_unique<TestObject>(id, displayName));
+    return m_Objects.back().get();
+  }
+  // A new relation from `source` to `target` (either may be null), listed
+  // in `relations`.
+  TestRelation* Relation(const CString& id, VEKIZOLObject* source, VEKIZOLObject* target) {
+    m_Relations.push_back(std::make_unique<TestRelation>(id, source, target));
+    relations.push_back(m_Relations.back().get());
+    return m_Relations.back().get();
+  }
+
+  std::deque<VEKIZOLObject*> objects;
+  std::deque<VEKIZOLRelation*> relations;
+
+ private:
+  std::vector<std::unique_ptr<TestObject>> m_Objects;
+  std::vector<std::unique_ptr<TestRelation>> m_Relations;
+};
+
+// The ids of `vertices` (or edges) in order, "(null)" for a null entry, as
+// standard strings so that a failure prints them.
+template <typename Element>
+std::vector<std::string> IdsOf(const std::deque<Element*>& elements) {
+  std::vector<std::string> ids;
+  for (Element* element : elements) {
+    ids.push_back(element == nullptr ? "(null)" : element->GetID().GetString());
+  }
+  return ids;
+}
+
+// The status that the CAtlException raised by `call` carries; S_OK when
+// `call` raises nothing.
+template <typename Call>
+long RaisedStatus(Call call) {
+  try {
+    call();
+  } catch (const CAtlException& raised) {
+    return raised.m_hr;
+  }
+  return S_OK;
+}
 
 // Adds `object` and expects a new vertex; the vertex, or null on failure.
 inline VEKZOLGraphVertex* AddNewVertex(VEKZOLGraph& graph, VEKIZOLObject* object) {

@@ -3,6 +3,8 @@
 // when the edge is added and stay null where no vertex was found then.
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 
+#include <vekzol/graphs/VEKZOLGraphVertex.h>
+
 // Constant-initialised, so it reads 0 before any dynamic initialisation runs.
 int VEKZOLGraphEdge::_RefCounter = 0;
 
@@ -40,3 +42,26 @@ VEKIZOLRelation* VEKZOLGraphEdge::GetRelation() { return m_Relation; }
 VEKZOLGraphVertex* VEKZOLGraphEdge::GetParent() { return m_Parent; }
 
 VEKZOLGraphVertex* VEKZOLGraphEdge::GetChild() { return m_Child; }
+
+// A missing end writes its label and nothing after it, not even a line
+// feed: an edge without parent vertex has "\tParent: " and "\tChild:  " on
+// one line, and one without child vertex ends without a line feed.
+CString VEKZOLGraphEdge::ToString() {
+  CString text("Edge:\n");
+  text += "\tName: ";
+  text += GetName();
+  text += "\n";
+  text += "\tParent: ";
+  if (m_Parent != nullptr) {
+    text += "\tName: ";
+    text += m_Parent->GetName();
+    text += "\n";
+  }
+  text += "\tChild:  ";
+  if (m_Child != nullptr) {
+    text += "\tName: ";
+    text += m_Child->GetName();
+    text += "\n";
+  }
+  return text;
+}

@@ -10,6 +10,8 @@
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/platform/Status.h>
 
+#include "graphs/GraphTextPieces.h"
+
 // Constant-initialised, so it reads 0 before any dynamic initialisation runs.
 int VEKZOLGraphVertex::_RefCounter = 0;
 
@@ -145,3 +147,34 @@ CString VEKZOLGraphVertex::GetIdentPath() { return m_IdentPath; }
 void VEKZOLGraphVertex::SetBackupName(CString backupName) { m_BackupName = std::move(backupName); }
 
 CString VEKZOLGraphVertex::GetBackupName() { return m_BackupName; }
+
+CString VEKZOLGraphVertex::ToString() {
+  CString text("Vertice:\n");
+  text += "\tName: ";
+  text += GetName();
+  text += "\n";
+  text += "\tNb Children: ";
+  // Edges are counted, whether they reach a vertex or not.
+  text += vekzol::graphs::CountText(m_ChildEdges.size());
+  text += "\n";
+  text += "\tParent: ";
+  // Only the parent of the oldest incoming edge is shown, even with several.
+  if (VEKZOLGraphVertex* parent = GetParent()) {
+    text += "\tName: ";
+    text += parent->GetName();
+  }
+  text += "\n";
+  std::deque<VEKZOLGraphVertex*> children;
+  GetChildren(children);
+  for (VEKZOLGraphVertex* child : children) {
+    if (child != nullptr) {
+      text += "\tChild:  ";  // two blanks: the format has always had them
+      text += "\tName: ";
+      text += child->GetName();
+      text += "\n";
+    }
+  }
+  // The root and leaf flags are left out of the text.
+  text += "\n";
+  return text;
+}

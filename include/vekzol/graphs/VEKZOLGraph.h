@@ -9,8 +9,19 @@
 // unresolved, the first object or relation with an id wins, parallel edges,
 // several parents and cycles are kept as they come.
 //
-// Statuses are those of the library's table; note that a completed Build
-// and every Cleanup answer E_FAIL. Not synchronised.
+// Walks and listings (GetRoots ... GetAllEdges) append to the caller's deque
+// and never clear it; what they hand out are the graph's own vertices and
+// edges. Two orders occur: map order (ascending id) for roots, leaves and
+// listings, edge order (oldest outgoing edge first) below a vertex.
+//
+// The walks below a vertex (GetAllChildren, GetAllLeaves, Dump) keep no
+// record of visited vertices: a vertex reachable by several paths comes out
+// once per path. They keep their path on the heap, so any depth works; a
+// cycle on the current path stops them with CAtlException(E_FAIL), leaving
+// in the caller's deque or text what was appended before.
+//
+// Statuses are those of the library's table; note that a completed Build,
+// every Cleanup and every completed walk answer E_FAIL. Not synchronised.
 #ifndef VEKZOL_GRAPHS_VEKZOLGRAPH_H_
 #define VEKZOL_GRAPHS_VEKZOLGRAPH_H_
 
@@ -55,10 +66,61 @@ class VEKZOL_API VEKZOLGraph {
   // Forgets all vertices and edges without deleting them; E_FAIL, always.
   long Cleanup();
 
+  // Appends every vertex whose IsRoot is true, in id order. S_OK when
+  // `roots` holds anything afterwards (what it held before counts too),
+  // S_FALSE when it is empty.
+  long GetRoots(std::deque<VEKZOLGraphVertex*>& roots);
+  // As above, then appends, in id order, every edge without parent vertex
+  // (its source object is not in this graph). S_OK when either deque holds
+  // anything afterwards, else S_FALSE.
+  long GetRoots(std::deque<VEKZOLGraphVertex*>& roots, std::deque<VEKZOLGraphEdge*>& rootEdges);
+  // Appends every vertex whose IsLeaf is true, in id order; statuses as the
+  // one-deque GetRoots.
+  long GetLeaves(std::deque<VEKZOLGraphVertex*>& leaves);
+  // Appends everything below `vertex` depth-first in pre-order (a child,
+  // then all below it, then the next child), once per path; `vertex` itself
+  // is not appended. E_INVALIDARG for null, else E_FAIL.
+  long GetAllChildren(VEKZOLGraphVertex* vertex, std::deque<VEKZOLGraphVertex*>& children);
+  // The same from the vertex of `id`, or, when no vertex has that id, from
+  // the child vertex of the edge of `id` (which is then not appended).
+  // E_INVALIDARG for "", E_FAIL for everything else, an unknown id and an
+  // edge without child vertex included.
+  long GetAllChildren(const CString& id, std::deque<VEKZOLGraphVertex*>& children);
+  // Appends the leaves below `vertex` in the order of GetAllChildren, once
+  // per path: `vertex` itself and S_FALSE when it is a leaf, else E_FAIL.
+  // E_INVALIDARG for null.
+  long GetAllLeaves(VEKZOLGraphVertex* vertex, std::deque<VEKZOLGraphVertex*>& leaves);
+  // The same from the vertex of `id` (vertices only). E_INVALIDARG for "",
+  // E_FAIL for an id without vertex.
+  long GetAllLeaves(const CString& id, std::deque<VEKZOLGraphVertex*>& leaves);
+  // Append every entry of the vertex / edge map in id order, null entries
+  // included; S_OK, always.
+  long GetAllVertices(std::deque<VEKZOLGraphVertex*>& vertices);
+  long GetAllEdges(std::deque<VEKZOLGraphEdge*>& edges);
+
+  // The full listing: the counts, every vertex's and edge's ToString in id
+  // order, the counts again, then Dump().
+  CString ToString();
+  // The name, the counts, two empty lines, the tree below each root in id
+  // order (one line per vertex and path, indented two blanks per level),
+  // two empty lines.
+  CString Dump();
+
  protected:
+  // Appends the tree lines of `vertex` and everything below it to `text`,
+  // `vertex` at `level` (no prefix at level 0 or less, else 2 * level
+  // blanks and "|__"). E_INVALIDARG for null (text untouched), else E_FAIL.
+  long Dump(VEKZOLGraphVertex* vertex, CString& text, int level);
+
   std::map<CString, VEKZOLGraphVertex*> m_Vertices;
   std::map<CString, VEKZOLGraphEdge*> m_Edges;
   CString m_Name;
+
+ private:
+  // The depth-first walk below `start` that GetAllChildren, GetAllLeaves
+  // and Dump share; defined in the library's sources.
+  template <typename Hooks>
+  static void WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks);
 };
 
 #endif  // VEKZOL_GRAPHS_VEKZOLGRAPH_H_

@@ -29,6 +29,10 @@ class VEKZOL_API VEKZOLGraphEdge {
   VEKIZOLRelation* GetRelation();
   VEKZOLGraphVertex* GetParent();
   VEKZOLGraphVertex* GetChild();
+  // "Edge:\n", the name line, then "\tParent: " and "\tChild:  ", each
+  // followed by "\tName: <name>\n" only when that end has a vertex: a
+  // missing end adds no line feed, and no empty line follows.
+  CString ToString();
 
   static int _RefCounter;
 

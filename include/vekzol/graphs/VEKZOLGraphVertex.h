@@ -58,6 +58,11 @@ class VEKZOL_API VEKZOLGraphVertex {
   CString GetIdentPath();
   void SetBackupName(CString backupName);
   CString GetBackupName();
+  // "Vertice:\n", then tab-led lines of the name, the number of outgoing
+  // edges, the parent of GetParent ("\tParent: " alone on its line without
+  // one) and one line per child vertex, then an empty line. The root and
+  // leaf flags are not shown.
+  CString ToString();
 
   static int _RefCounter;
 
