@@ -14,13 +14,22 @@
 //
 // Statics with constant initialisation (flags, counters) need no place in
 // this order and live beside their classes.
+#include <vekzol/diagnostics/VEKZOLErrorServices.h>
 #include <vekzol/diagnostics/VEKZOLLog.h>
+#include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
+
+// 1. The error services: the records and their composed texts.
+std::deque<VEKZOLError*> VEKZOLErrorServices::_ListErrors;
+std::deque<CString> VEKZOLErrorServices::_ListErrMsgs;
 
 // 3. The trace log: path of the trace file and the stamp in its name.
 CString VEKZOLLog::_LogFilePath;
 CString VEKZOLLog::_CreationTimeStamp;
+
+// 4. The option store: every key asked or set so far, with its value.
+std::map<CString, CString> VEKZOLOptionsMgr::_OptionValueMap;
 
 // 5. The static timers, in the order in which they take their slots.
 VEKZOLTimer VEKZOLSTLServices::_FindInDequeTimer("STL Services - Find In Deque Timer");

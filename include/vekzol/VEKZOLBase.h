@@ -27,7 +27,15 @@
 #include <vekzol/graphs/VEKZOLProcessGraphEdge.h>
 #include <vekzol/graphs/VEKZOLProcessGraphVertex.h>
 
+#include <vekzol/context/VEKZOLContextInput.h>
+#include <vekzol/context/VEKZOLManufContextInput.h>
+#include <vekzol/context/VEKZOLVolumeFilterCondValues.h>
+
+#include <vekzol/diagnostics/VEKZOLErrType.h>
+#include <vekzol/diagnostics/VEKZOLError.h>
+#include <vekzol/diagnostics/VEKZOLErrorServices.h>
 #include <vekzol/diagnostics/VEKZOLLog.h>
+#include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 
 #include <vekzol/services/VEKZOLFrame3D.h>
