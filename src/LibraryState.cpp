@@ -18,11 +18,15 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 #include <vekzol/diagnostics/VEKZOLTimer.h>
+#include <vekzol/services/VEKZOLFileSystemServices.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 
 // 1. The error services: the records and their composed texts.
 std::deque<VEKZOLError*> VEKZOLErrorServices::_ListErrors;
 std::deque<CString> VEKZOLErrorServices::_ListErrMsgs;
+
+// 2. The file-system services: the session path, empty until someone asks.
+CString VEKZOLFileSystemServices::_VZOLSessionDataDirPath;
 
 // 3. The trace log: path of the trace file and the stamp in its name.
 CString VEKZOLLog::_LogFilePath;

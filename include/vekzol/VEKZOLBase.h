@@ -38,6 +38,7 @@
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 
+#include <vekzol/services/VEKZOLFileSystemServices.h>
 #include <vekzol/services/VEKZOLFrame3D.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 

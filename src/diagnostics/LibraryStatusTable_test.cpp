@@ -1,9 +1,9 @@
 // The library-wide table of statuses, row by row, over every operation with
 // a `long` result that has landed so far: objects and relations, the
 // object-list map, graphs and process graphs, the string-list services, the
-// timer, the trace log, the option store and the error services. Each
-// subsystem that lands later (the comparator, the file-system services and
-// session directories) adds its rows here, calling its real operations.
+// timer, the trace log, the option store, the error services, the
+// file-system services and the session directory. Each subsystem that lands
+// later adds its rows here, calling its real operations.
 //
 // Every row is checked on each of its outcomes, with the status value
 // itself: where the table says "always", the operation is called on the
@@ -28,11 +28,13 @@
 #include <vekzol/objects/VEKZOLRelationImpl.h>
 #include <vekzol/platform/CComVariant.h>
 #include <vekzol/platform/Status.h>
+#include <vekzol/services/VEKZOLFileSystemServices.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 
 #include "diagnostics/VEKZOLLogTestSupport.h"
 #include "diagnostics/VEKZOLOptionsMgrTestSupport.h"
 #include "platform/System.h"
+#include "services/VEKZOLFileSystemServicesTestSupport.h"
 #include "services/VEKZOLSTLServicesTestPeer.h"
 
 namespace {
@@ -506,6 +508,190 @@ TEST_F(StatusTableOfLandedOperationsTest, String2DoubleAnswersSOkOrEFail) {
   EXPECT_EQ(VEKZOLSTLServices::String2Double("2.5", number), S_OK);
   EXPECT_EQ(VEKZOLSTLServices::String2Double("no number", number), S_OK);
   VEKZOLSTLServicesTestPeer::ForgetDecimalSeparator();
+}
+
+// ------------------------------------------------------------ file-system services
+
+// A fresh directory below the program's private TEMP, and the session
+// forgotten around each use.
+class FileSystemRows {
+ public:
+  FileSystemRows() {
+    root = vekzol_fs_test::Join(vekzol_fs_test::TestTempDir(), "status-table-fs");
+    std::error_code error;
+    std::filesystem::remove_all(root, error);
+    vekzol_fs_test::MakeDir(root);
+    VEKZOLFileSystemServices::Cleanup();
+  }
+  ~FileSystemRows() {
+    VEKZOLFileSystemServices::Cleanup();
+    std::error_code error;
+    std::filesystem::remove_all(root, error);
+  }
+  CString At(const std::string& name) const { return vekzol_fs_test::Join(root, name).c_str(); }
+
+  std::string root;
+};
+
+TEST_F(StatusTableOfLandedOperationsTest, ExistenceTestsAnswerYesNoOtherErrorOrEmptyPath) {
+  FileSystemRows fs;
+  vekzol_fs_test::WriteFile(fs.At("file").GetString(), "x");
+  CString dir = fs.root.c_str();
+  CString file = fs.At("file");
+  CString missing = fs.At("missing");
+  CString empty;
+  bool isDirectory = false;
+  EXPECT_EQ(VEKZOLFileSystemServices::DirectoryExists(dir), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::DirectoryExists(file), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::DirectoryExists(empty), E_INVALIDARG);
+  EXPECT_EQ(VEKZOLFileSystemServices::FileExists(file), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::FileExists(missing), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::PathExists(dir, isDirectory), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::PathExists(missing, isDirectory), S_FALSE);
+
+  vekzol_fs_test::FakeSystem system;
+  system.attributeFailures[fs.At("denied").GetString()] = 5;
+  vekzol_fs_test::ScopedSystem scoped(&system);
+  CString denied = fs.At("denied");
+  EXPECT_EQ(VEKZOLFileSystemServices::DirectoryExists(denied), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::FileExists(denied), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::PathExists(denied, isDirectory), E_FAIL);
+}
+
+TEST_F(StatusTableOfLandedOperationsTest, DirectoryOperationsAnswerAsTheirOwnStepsSay) {
+  FileSystemRows fs;
+  CString made = fs.At("made");
+  CString file = fs.At("file");
+  CString relative = "relative";
+  CString missing = fs.At("missing");
+  vekzol_fs_test::WriteFile(file.GetString(), "x");
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateDirectoryA(made, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateDirectoryA(made, nullptr), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateDirectoryA(relative, nullptr), E_INVALIDARG);
+  CString oneCharacter = vekzol_fs_test::Join(made.GetString(), "x").c_str();
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateDirectoryA(oneCharacter, nullptr), E_FAIL);
+
+  EXPECT_EQ(VEKZOLFileSystemServices::ClearDirectory(made, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::ClearDirectory(missing, nullptr), E_INVALIDARG);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteDirectory(made, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteDirectory(missing, nullptr), E_FAIL);
+  {
+    // A listing that cannot start: S_FALSE.
+    class NoListing : public vekzol_fs_test::FakeSystem {
+     public:
+      uint32_t FindFiles(const char*, std::vector<vekzol::platform::FindEntry>*) override {
+        return 5;
+      }
+    } system;
+    vekzol_fs_test::ScopedSystem scoped(&system);
+    CString dir = fs.root.c_str();
+    EXPECT_EQ(VEKZOLFileSystemServices::ClearDirectory(dir, nullptr), S_FALSE);
+  }
+  {
+    vekzol_fs_test::FakeSystem system;
+    system.deleteFailures[file.GetString()] = 5;
+    vekzol_fs_test::ScopedSystem scoped(&system);
+    CString dir = fs.root.c_str();
+    EXPECT_EQ(VEKZOLFileSystemServices::ClearDirectory(dir, nullptr), E_FAIL);
+  }
+}
+
+TEST_F(StatusTableOfLandedOperationsTest, FileOperationsAnswerAsTheirOwnStepsSay) {
+  FileSystemRows fs;
+  CString dir = fs.root.c_str();
+  CString sub = fs.At("sub");
+  CString source = fs.At("a.txt");
+  CString target = fs.At("b.txt");
+  CString missing = fs.At("missing");
+  CString empty;
+  vekzol_fs_test::MakeDir(sub.GetString());
+  vekzol_fs_test::WriteFile(source.GetString(), "a");
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFileA(source, target, false, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFileA(source, target, false, nullptr), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFileA(empty, target, false, nullptr), E_INVALIDARG);
+
+  CString star = "*.txt";
+  CString none = "*.none";
+  CString one = "a.txt";
+  CString gone = "gone.txt";
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, sub, star, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, sub, none, nullptr), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, sub, gone, nullptr), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, missing, one, nullptr), E_INVALIDARG);
+  StringDeque patterns;
+  patterns.push_back("*.none");
+  StringDeque noPatterns;
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, sub, patterns, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, sub, noPatterns, nullptr), E_INVALIDARG);
+  EXPECT_EQ(VEKZOLFileSystemServices::MoveFiles(dir, sub, patterns, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::MoveFiles(dir, sub, noPatterns, nullptr), E_INVALIDARG);
+  patterns.push_back("a.txt");  // already in sub: the move fails
+  EXPECT_EQ(VEKZOLFileSystemServices::MoveFiles(dir, sub, patterns, nullptr), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::CopyFiles(dir, missing, patterns, nullptr), E_INVALIDARG);
+
+  CString renamed = "c.txt";
+  EXPECT_EQ(VEKZOLFileSystemServices::RenameFile(dir, one, renamed, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::RenameFile(dir, one, renamed, nullptr), E_FAIL);
+
+  CString subName = "sub";
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(dir, renamed, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(dir, gone, nullptr), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(dir, subName, nullptr), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(missing, gone, nullptr), E_INVALIDARG);
+  StringDeque names;
+  names.push_back("gone.txt");
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(dir, names, nullptr), S_OK);
+  names.push_back("sub");
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(dir, names, nullptr), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteFiles(dir, noPatterns, nullptr), E_INVALIDARG);
+
+  StringDeque files;
+  StringDeque dirs;
+  CString all = vekzol_fs_test::Join(fs.root, "*").c_str();
+  CString nothing = vekzol_fs_test::Join(fs.root, "*.none").c_str();
+  EXPECT_EQ(VEKZOLFileSystemServices::FindFiles(all, files, dirs), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::FindFiles(nothing, files, dirs), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::FindFiles(empty, files, dirs), E_INVALIDARG);
+  EXPECT_EQ(VEKZOLFileSystemServices::FindFiles(dir, patterns, files, dirs), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::FindFiles(missing, patterns, files, dirs), E_INVALIDARG);
+
+  CString name;
+  EXPECT_EQ(VEKZOLFileSystemServices::GetFileNameFromPath(source, name), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::GetFileNameFromPath(empty, name), E_INVALIDARG);
+}
+
+TEST_F(StatusTableOfLandedOperationsTest, SessionOperationsAnswerMadeNothingMadeOrFailure) {
+  FileSystemRows fs;
+  vekzol_fs_test::FakeSystem system;
+  system.env["TEMP"] = fs.root;
+  system.env["JBM_RQT_OUT"] = fs.root;
+  vekzol_fs_test::ScopedSystem scoped(&system);
+  CString id = "1";
+  CString empty;
+  CString path;
+  CString name;
+  EXPECT_EQ(VEKZOLFileSystemServicesTestPeer::GenerateName(id, name), S_OK);
+  system.failLocalTime = true;
+  VEKZOLLog::_CreationTimeStamp.Empty();
+  EXPECT_EQ(VEKZOLFileSystemServicesTestPeer::GenerateName(empty, name), E_FAIL);
+  system.failLocalTime = false;
+
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateVZOLSessionDataDirectory(id, path, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateVZOLSessionDataDirectory(id, path, nullptr), S_FALSE);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteVZOLSessionDataDirectory(nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::DeleteVZOLSessionDataDirectory(nullptr), E_FAIL);
+
+  CString run = "run";
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateRQTSessionDataDirectory(run, path, nullptr), S_OK);
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateRQTSessionDataDirectory(run, path, nullptr), S_FALSE);
+  VEKZOLFileSystemServices::Cleanup();
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateRQTSessionDataDirectory(run, path, nullptr), S_FALSE);
+  VEKZOLFileSystemServices::Cleanup();
+
+  system.env["TEMP"] = vekzol_fs_test::Join(fs.root, "missing");
+  system.env["JBM_RQT_OUT"] = vekzol_fs_test::Join(fs.root, "missing");
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateVZOLSessionDataDirectory(id, path, nullptr), E_FAIL);
+  EXPECT_EQ(VEKZOLFileSystemServices::CreateRQTSessionDataDirectory(run, path, nullptr), E_FAIL);
 }
 
 // ------------------------------------------------------------ diagnostics
