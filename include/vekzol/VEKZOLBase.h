@@ -27,6 +27,8 @@
 #include <vekzol/graphs/VEKZOLProcessGraphEdge.h>
 #include <vekzol/graphs/VEKZOLProcessGraphVertex.h>
 
+#include <vekzol/comparison/VEKZOLGraphComparator.h>
+
 #include <vekzol/context/VEKZOLContextInput.h>
 #include <vekzol/context/VEKZOLManufContextInput.h>
 #include <vekzol/context/VEKZOLVolumeFilterCondValues.h>

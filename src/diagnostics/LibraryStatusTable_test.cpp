@@ -14,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <vekzol/comparison/VEKZOLGraphComparator.h>
 #include <vekzol/diagnostics/VEKZOLErrorServices.h>
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
@@ -767,6 +768,75 @@ TEST_F(StatusTableOfLandedOperationsTest, TheFourStatusValuesAndTheirSigns) {
   EXPECT_EQ(E_OUTOFMEMORY, static_cast<long>(static_cast<int>(0x8007000Eu)));
   EXPECT_LT(E_INVALIDARG, 0);
   EXPECT_LT(E_FAIL, 0);
+}
+
+// Graph comparison.
+
+TEST_F(StatusTableOfLandedOperationsTest, RunComparisonAnswersDifferencesNoneOrInvalidArg) {
+  ChainModel chain;
+  ObjectDeque objects = chain.Objects();
+  RelationDeque relations = chain.Relations();
+  VEKZOLGraph graph;
+  graph.Build(objects, relations);
+  VEKZOLGraph empty;
+  VEKZOLGraphComparator same(&graph, &graph);
+  EXPECT_EQ(same.RunComparison(false), S_FALSE);
+  VEKZOLGraphComparator differing(&graph, &empty);
+  EXPECT_EQ(differing.RunComparison(false), S_OK);
+  VEKZOLGraphComparator noOld(&graph, nullptr);
+  EXPECT_EQ(noOld.RunComparison(false), E_INVALIDARG);
+  VEKZOLGraphComparator noNew(nullptr, &graph);
+  EXPECT_EQ(noNew.RunComparison(true), E_INVALIDARG);
+}
+
+TEST_F(StatusTableOfLandedOperationsTest, ComparatorGettersAlwaysAnswerEFail) {
+  ChainModel chain;
+  ObjectDeque objects = chain.Objects();
+  RelationDeque relations = chain.Relations();
+  VEKZOLGraph graph;
+  graph.Build(objects, relations);
+  VEKZOLGraph empty;
+  VEKZOLGraphComparator filled(&graph, &empty);
+  filled.RunComparison(true);
+  VEKZOLGraphComparator unrun(&graph, &empty);
+  for (VEKZOLGraphComparator* comparator : {&filled, &unrun}) {
+    StringDeque ids;
+    EXPECT_EQ(comparator->GetVerticesToBeAdded(ids), E_FAIL);
+    EXPECT_EQ(comparator->GetVerticesToBeRemoved(ids), E_FAIL);
+    EXPECT_EQ(comparator->GetVerticesToBeMoved(ids), E_FAIL);
+    EXPECT_EQ(comparator->GetVerticesToChangeName(ids), E_FAIL);
+    EXPECT_EQ(comparator->GetEdgesToBeAdded(ids), E_FAIL);
+    EXPECT_EQ(comparator->GetEdgesToBeRemoved(ids), E_FAIL);
+  }
+}
+
+TEST_F(StatusTableOfLandedOperationsTest, RootExtractionAnswersSFalseForNothingToDoElseEFail) {
+  ChainModel chain;
+  ObjectDeque objects = chain.Objects();
+  RelationDeque relations = chain.Relations();
+  VEKZOLGraph graph;
+  graph.Build(objects, relations);
+  VEKZOLGraph empty;
+  StringDeque vertices;
+  StringDeque edges;
+  VEKZOLGraphComparator adding(&graph, &empty);
+  adding.RunComparison(false);
+  EXPECT_EQ(adding.GetRootsToAdd(vertices, edges), E_FAIL);
+  EXPECT_EQ(adding.GetRootsToRemove(vertices, edges), S_FALSE);
+  VEKZOLGraphComparator removing(&empty, &graph);
+  removing.RunComparison(false);
+  EXPECT_EQ(removing.GetRootsToRemove(vertices, edges), E_FAIL);
+  EXPECT_EQ(removing.GetRootsToAdd(vertices, edges), S_FALSE);
+  // The graph in use gone after the run: E_FAIL before any work.
+  class Forgetful : public VEKZOLGraphComparator {
+   public:
+    explicit Forgetful(const VEKZOLGraphComparator& other) : VEKZOLGraphComparator(other) {
+      m_NewGraph = nullptr;
+    }
+  } forgetful(adding);
+  EXPECT_EQ(forgetful.GetRootsToAdd(vertices, edges), E_FAIL);
+  EXPECT_EQ(vertices.size(), 2u);  // the root "a" of each completed extraction above
+  EXPECT_EQ(edges.size(), 0u);
 }
 
 }  // namespace

@@ -117,6 +117,10 @@ class VEKZOL_API VEKZOLGraph {
   CString m_Name;
 
  private:
+  // The comparator walks both graphs' maps side by side in id order, to
+  // find partners without a look-up per id.
+  friend class VEKZOLGraphComparator;
+
   // The depth-first walk below `start` that GetAllChildren, GetAllLeaves
   // and Dump share; defined in the library's sources.
   template <typename Hooks>

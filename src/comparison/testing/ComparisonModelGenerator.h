@@ -1,0 +1,93 @@
+// File: ComparisonModelGenerator.h
+// A generator of two states of a host model for the comparator's tests and
+// benchmarks (library-internal, not installed). The old state is a forest
+// of processes, products and resources ("PRC-0001234", "PRD-...",
+// "RSC-...") in trees of a fixed size, with extra DAG links; every edge
+// goes from a lower to a higher element number, so no state has a cycle.
+// The new state is derived from the old one with chosen shares of removed,
+// added, moved and renamed elements, and the generator states what the
+// comparison has to find: the six lists and both root lists, computed from
+// its own choices on plain standard containers, not through the graph.
+#ifndef VEKZOL_SRC_COMPARISON_TESTING_COMPARISONMODELGENERATOR_H_
+#define VEKZOL_SRC_COMPARISON_TESTING_COMPARISONMODELGENERATOR_H_
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <vekzol/graphs/VEKZOLGraph.h>
+#include <vekzol/objects/VEKIZOLObject.h>
+#include <vekzol/objects/VEKIZOLRelation.h>
+#include <vekzol/objects/VEKZOLObjectImpl.h>
+#include <vekzol/objects/VEKZOLRelationImpl.h>
+
+namespace vekzol {
+namespace comparison_model {
+
+struct GeneratorOptions {
+  int elements = 3000;        // elements of the old state
+  int treeSize = 1000;        // elements per tree of the forest
+  double extraLinks = 0.05;   // share of elements with a second parent
+  double removed = 0.02;      // share of old elements gone in the new state
+  double added = 0.02;        // new elements, as a share of the old count
+  double addedAsRoots = 0.1;  // of the added: without any parent
+  double moved = 0.02;        // share of old elements under another parent
+  double renamed = 0.02;      // share of common elements with a changed name
+  uint32_t seed = 12345;
+};
+
+// One relation as plain data.
+struct EdgeData {
+  std::string id;
+  int parent;  // element numbers
+  int child;
+};
+
+// One state: its elements and relations as plain data, and the host's
+// objects and relations made from them, listed in a shuffled order.
+struct ModelState {
+  std::vector<int> elements;  // element numbers present
+  std::vector<EdgeData> edges;
+  std::vector<std::unique_ptr<VEKZOLObjectImpl>> objects;
+  std::vector<std::unique_ptr<VEKZOLRelationImpl>> relations;
+  std::deque<VEKIZOLObject*> objectList;
+  std::deque<VEKIZOLRelation*> relationList;
+};
+
+// What a comparison of the new state with the old one, names checked, has
+// to find; every list in ascending id order.
+struct ExpectedDiff {
+  std::vector<std::string> verticesAdded, verticesRemoved, verticesMoved, verticesRenamed;
+  std::vector<std::string> edgesAdded, edgesRemoved;
+  std::vector<std::string> rootVerticesToAdd, rootEdgesToAdd;
+  std::vector<std::string> rootVerticesToRemove, rootEdgesToRemove;
+};
+
+struct GeneratedModel {
+  ModelState oldState;
+  ModelState newState;
+  ExpectedDiff expected;
+  // Per element number: the id, the display name of the object in the old
+  // state (the new one's is "Name <id>") and the old vertex's backup name,
+  // which differs from the display name for the renamed elements. Ident
+  // paths of old vertices are "/<id>".
+  std::vector<std::string> ids;
+  std::vector<std::string> oldNames;
+  std::vector<std::string> backupNames;
+};
+
+// "PRC-0001234", "PRD-..." or "RSC-..." by the element number.
+std::string ElementId(int element);
+
+std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options);
+
+// Gives the vertices of a graph built from `model.oldState` their backup
+// names and ident paths, as a host does before comparing.
+void SetOldVertexTexts(const GeneratedModel& model, VEKZOLGraph& oldGraph);
+
+}  // namespace comparison_model
+}  // namespace vekzol
+
+#endif  // VEKZOL_SRC_COMPARISON_TESTING_COMPARISONMODELGENERATOR_H_
