@@ -36,3 +36,9 @@ if(VEKZOL_SANITIZE)
     add_compile_options(-Wno-maybe-uninitialized)
   endif()
 endif()
+
+if(WIN32 AND VEKZOL_IS_TOP_LEVEL AND NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)
+  # Windows finds the DLLs of a program beside it: the DLL, the tests and
+  # the examples all go to one folder of the build tree.
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+endif()

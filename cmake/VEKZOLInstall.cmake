@@ -55,6 +55,13 @@ if(IS_ABSOLUTE "${CMAKE_INSTALL_INCLUDEDIR}")
 else()
   set(VEKZOL_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
+# On Windows the VARIANT and BSTR functions of the headers are the system's:
+# their users link oleaut32 too.
+if(WIN32)
+  set(VEKZOL_PC_SYSTEM_LIBS " -loleaut32")
+else()
+  set(VEKZOL_PC_SYSTEM_LIBS "")
+endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/vekzolbase.pc.in"
   "${PROJECT_BINARY_DIR}/vekzolbase.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/vekzolbase.pc"

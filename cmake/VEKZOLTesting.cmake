@@ -7,7 +7,20 @@
 
 if(VEKZOL_BUILD_TESTS)
   enable_testing()
-  find_package(GTest REQUIRED)
+  if(CMAKE_CROSSCOMPILING AND VEKZOL_GTEST_SOURCE_DIR)
+    # No GoogleTest package exists for the target: build it from its sources
+    # (Debian's googletest package) with the same toolchain, outside the
+    # warning set and the install rules of the library.
+    set(BUILD_GMOCK ON CACHE BOOL "" FORCE)
+    set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
+    add_subdirectory("${VEKZOL_GTEST_SOURCE_DIR}" "${PROJECT_BINARY_DIR}/googletest"
+      EXCLUDE_FROM_ALL)
+    foreach(library gtest gtest_main gmock gmock_main)
+      add_library(GTest::${library} ALIAS ${library})
+    endforeach()
+  else()
+    find_package(GTest REQUIRED)
+  endif()
   set(VEKZOL_TEST_TEMP_ROOT "${PROJECT_BINARY_DIR}/test-temp")
 endif()
 

@@ -2,9 +2,19 @@
 # Installs the Debian packages that building, testing and benchmarking the
 # library need, when they are missing. Needs root (apt-get) only when
 # something is missing.
+#
+#   scripts/install-deps.sh            the native (Linux) build
+#   scripts/install-deps.sh --windows  the 64-bit Windows build: the
+#                                      mingw-w64 cross compiler, zlib for it,
+#                                      GoogleTest sources and Wine to run the
+#                                      tests
 set -euo pipefail
 
-packages=(cmake make g++ pkg-config googletest libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev)
+if [ "${1:-}" = "--windows" ]; then
+  packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
+else
+  packages=(cmake make g++ pkg-config googletest libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev)
+fi
 
 missing=()
 for package in "${packages[@]}"; do

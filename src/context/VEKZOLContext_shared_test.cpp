@@ -11,11 +11,12 @@
 
 namespace {
 
-// The whole trace file of this process.
+// The whole trace file of this process, read in text mode as it was
+// written, so that Windows line ends come back as "\n".
 std::string TraceText() {
   CString path;
   VEKZOLLog::GetLogFilePath(path);
-  std::ifstream in(path.GetString(), std::ios::binary);
+  std::ifstream in(path.GetString());
   std::ostringstream content;
   content << in.rdbuf();
   return content.str();

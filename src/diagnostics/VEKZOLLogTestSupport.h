@@ -139,9 +139,31 @@ class ScopedSystem {
 };
 
 // The whole file as bytes; empty when it cannot be read.
+//
+// The trace log writes through a text-mode stream. On Windows that puts
+// "\r\n" in the file for every "\n" written, and this undoes exactly that,
+// so the tests state one expected text for every platform. A "\n" without
+// its "\r" cannot come from a text-mode stream; it is shown as "<LF>" so
+// that the comparison fails.
 inline std::string ReadFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+  std::string bytes{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+#if defined(_WIN32)
+  std::string text;
+  for (size_t i = 0; i < bytes.size(); ++i) {
+    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') {
+      continue;
+    }
+    if (bytes[i] == '\n' && (i == 0 || bytes[i - 1] != '\r')) {
+      text += "<LF>";
+      continue;
+    }
+    text += bytes[i];
+  }
+  return text;
+#else
+  return bytes;
+#endif
 }
 
 inline bool FileExists(const std::string& path) {

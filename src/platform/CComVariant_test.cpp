@@ -7,10 +7,16 @@
 
 #include <vekzol/platform/CComVariant.h>
 
+#if !defined(_WIN32)
+// On Windows the BSTR functions are the system's, whose allocator a test
+// cannot make fail; the out-of-memory tests run where the library has its
+// own.
 #include "platform/BstrAllocatorTesting.h"
+#endif
 
 namespace {
 
+#if !defined(_WIN32)
 void* FailingAllocate(size_t) { return nullptr; }
 
 class FailingAllocatorScope {
@@ -24,6 +30,7 @@ class FailingAllocatorScope {
  private:
   vekzol::platform::BstrAllocator previous_;
 };
+#endif
 
 std::u16string Units(BSTR text) {
   return std::u16string(reinterpret_cast<const char16_t*>(text), SysStringLen(text));
@@ -35,7 +42,12 @@ const OLECHAR* Ole(const char16_t* text) { return reinterpret_cast<const OLECHAR
 VARIANT Uncopyable() {
   VARIANT v;
   VariantInit(&v);
+#if defined(_WIN32)
+  // The system copies a VT_DISPATCH (a null one too); 15 is no type at all.
+  v.vt = 15;
+#else
   v.vt = VT_DISPATCH;
+#endif
   v.byref = nullptr;
   return v;
 }
@@ -55,6 +67,17 @@ TEST(CComVariantTest, IntAndLongGiveI4) {
   EXPECT_EQ(l.lVal, 123456);
 }
 
+#if defined(_WIN32)
+TEST(CComVariantTest, LongHoldsEveryValueInThirtyTwoBits) {
+  // long is 32 bits on Windows: nothing is cut.
+  static_assert(sizeof(long) == 4, "long is 32 bits on Windows");
+  CComVariant low(static_cast<long>(-2147483647L - 1));
+  EXPECT_EQ(low.vt, VT_I4);
+  EXPECT_EQ(low.lVal, -2147483647L - 1);
+  CComVariant high(2147483647L);
+  EXPECT_EQ(high.lVal, 2147483647L);
+}
+#else
 TEST(CComVariantTest, LongIsCutToThirtyTwoBits) {
   if (sizeof(long) == 4) GTEST_SKIP() << "long is 32 bits here";
   const long wide = static_cast<long>((1LL << 32) + 7);
@@ -62,6 +85,7 @@ TEST(CComVariantTest, LongIsCutToThirtyTwoBits) {
   EXPECT_EQ(v.vt, VT_I4);
   EXPECT_EQ(v.lVal, 7);
 }
+#endif
 
 TEST(CComVariantTest, ScalarConstructorsSetTypeAndValue) {
   CComVariant s(static_cast<short>(-300));
@@ -91,6 +115,17 @@ TEST(CComVariantTest, NarrowTextBecomesBstr) {
   EXPECT_EQ(v.bstrVal[3], 0);
 }
 
+#if defined(_WIN32)
+// The narrow code page is the ANSI code page; the tests run with 1252.
+TEST(CComVariantTest, NarrowTextIsReadInTheAnsiCodePage) {
+  ASSERT_EQ(GetACP(), 1252u);
+  CComVariant v("\xC3\xA9\xE2\x82\xAC");
+  EXPECT_EQ(v.vt, VT_BSTR);
+  EXPECT_EQ(Units(v.bstrVal), (std::u16string{0x00C3, 0x00A9, 0x00E2, 0x201A, 0x00AC}));
+  CComVariant euro("a\x80z\xFF");
+  EXPECT_EQ(Units(euro.bstrVal), (std::u16string{u'a', 0x20AC, u'z', 0x00FF}));
+}
+#else
 TEST(CComVariantTest, NarrowTextIsReadAsUtf8) {
   CComVariant v("\xC3\xA9\xE2\x82\xAC");
   EXPECT_EQ(v.vt, VT_BSTR);
@@ -98,6 +133,7 @@ TEST(CComVariantTest, NarrowTextIsReadAsUtf8) {
   CComVariant bad("a\xFFz");
   EXPECT_EQ(Units(bad.bstrVal), (std::u16string{u'a', 0xFFFD, u'z'}));
 }
+#endif
 
 TEST(CComVariantTest, NullNarrowTextGivesNullBstr) {
   CComVariant v(static_cast<const char*>(nullptr));
@@ -249,6 +285,7 @@ TEST(CComVariantTest, FailedAssignmentLeavesErrorAndRaisesTheCode) {
   EXPECT_EQ(target.scode, DISP_E_BADVARTYPE);
 }
 
+#if !defined(_WIN32)
 TEST(CComVariantTest, OutOfMemoryDuringCopyLeavesErrorAndRaises) {
   CComVariant source("big");
   CComVariant target(1);
@@ -286,6 +323,7 @@ TEST(CComVariantTest, OutOfMemoryForTextLeavesErrorAndRaises) {
   EXPECT_EQ(target.vt, VT_ERROR);
   EXPECT_EQ(target.scode, E_OUTOFMEMORY);
 }
+#endif
 
 TEST(CComVariantTest, CopyReturnsTheCodeWithoutRaising) {
   const VARIANT bad = Uncopyable();

@@ -2,7 +2,9 @@
 // CComVariant: the library's tagged attribute value, derived from VARIANT
 // as ATL's class is. Empty (VT_EMPTY) by default; copies are deep
 // (VariantCopy). A failed copy leaves the destination as VT_ERROR holding
-// the failure code and raises that code as CAtlException.
+// the failure code and raises that code as CAtlException. On Windows the
+// base is the system's VARIANT and the value functions are oleaut32's, so
+// OLECHAR text is wchar_t text there (L"...").
 #ifndef VEKZOL_PLATFORM_CCOMVARIANT_H_
 #define VEKZOL_PLATFORM_CCOMVARIANT_H_
 

@@ -6,11 +6,19 @@
 // failure values are the Windows bit patterns read as signed 32-bit numbers,
 // so that they are negative on every platform and `status < 0` tells failure
 // (on LP64 systems a plain 0x80004005L literal would be positive).
+//
+// On Windows only <winerror.h> is included, not <windows.h>: the status
+// values need nothing more. HRESULT is declared under the guard that the
+// system headers use for it, so either declaration may come first.
 #ifndef VEKZOL_PLATFORM_STATUS_H_
 #define VEKZOL_PLATFORM_STATUS_H_
 
 #if defined(_WIN32)
 #include <winerror.h>
+#ifndef _HRESULT_DEFINED
+#define _HRESULT_DEFINED
+typedef long HRESULT;
+#endif
 #else
 
 typedef long HRESULT;

@@ -2,9 +2,10 @@
 // The OLE Automation value types of the interfaces: VARIANT, BSTR and the
 // functions that manage them.
 //
-// On Windows these are the system's own (oleaut32). Elsewhere the library
-// supplies them with the same shape, the same VT_* numbers and the same
-// rules:
+// On Windows these are the system's own (oleaut32), and OLECHAR is the
+// system's 16-bit wchar_t, so an interface written with `unsigned short *`
+// takes a BSTR through a cast there. Elsewhere the library supplies them
+// with the same shape, the same VT_* numbers and the same rules:
 // - A BSTR points at 16-bit code units that follow a 32-bit byte-length
 //   prefix and end with a NUL unit. A null BSTR is a valid empty string.
 //   OLECHAR is `unsigned short`, so a BSTR passes where an interface takes
@@ -23,7 +24,41 @@
 #include <vekzol/platform/Status.h>
 
 #if defined(_WIN32)
+// VARIANT comes from <oaidl.h>, the BSTR and VARIANT functions from
+// <oleauto.h>, which needs <oaidl.h> before it; both pull in <windows.h>.
+// The host's choices stand where it included <windows.h> (or
+// <minwindef.h>) first. Otherwise the min and max macros are kept out, so
+// that std::min, std::max and numeric_limits<T>::max() keep working in the
+// host's code and ours; a host that relies on those macros includes
+// <windows.h> before this header. The names that <windows.h> turns into
+// macros (GetObject, CopyFile, CreateDirectory, ...) are never used here
+// unsuffixed: the library's members that carry them end in A as part of
+// their name, so the macros leave them alone in ANSI and Unicode builds.
+#if !defined(_MINWINDEF_) && !defined(NOMINMAX)
+#define NOMINMAX
+#define VEKZOL_VARIANT_H_DEFINED_NOMINMAX
+#endif
+#include <oaidl.h>
 #include <oleauto.h>
+#if defined(VEKZOL_VARIANT_H_DEFINED_NOMINMAX)
+#undef NOMINMAX
+#undef VEKZOL_VARIANT_H_DEFINED_NOMINMAX
+#endif
+
+// The system never writes to the source of VariantCopy and
+// VariantChangeType, and current SDKs declare it const; the MinGW headers
+// still declare it without. These take a const source everywhere. Being
+// templates, they lose to the system's declaration whenever that one fits,
+// so with an SDK that has the const form they are never chosen.
+template <typename = void>
+inline HRESULT VariantCopy(VARIANTARG* destination, const VARIANTARG* source) {
+  return VariantCopy(destination, const_cast<VARIANTARG*>(source));
+}
+template <typename = void>
+inline HRESULT VariantChangeType(VARIANTARG* destination, const VARIANTARG* source,
+                                 unsigned short flags, VARTYPE type) {
+  return VariantChangeType(destination, const_cast<VARIANTARG*>(source), flags, type);
+}
 #else
 
 #include <cstdint>
