@@ -23,6 +23,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include "RatioReporter.h"
+
 #include <vekzol/VEKZOLBase.h>
 
 namespace {
@@ -139,35 +141,6 @@ BENCHMARK_TEMPLATE(BM_Reference, kSymmetricDifference)
     ->Name("ReferenceSymmetricDifference")
     ->Apply(Sizes);
 
-// The console report, then each operation's time over its reference's.
-class RatioReporter : public benchmark::ConsoleReporter {
- public:
-  // Plain text, so that the lines can be read from a file or a pipe.
-  RatioReporter() : ConsoleReporter(OO_Tabular) {}
-
-  void ReportRuns(const std::vector<Run>& runs) override {
-    ConsoleReporter::ReportRuns(runs);
-    for (const Run& run : runs) {
-      if (run.run_type == Run::RT_Iteration || run.aggregate_name == "median") {
-        times_[run.run_name.str()] = run.GetAdjustedCPUTime();
-      }
-    }
-  }
-  void Finalize() override {
-    ConsoleReporter::Finalize();
-    const std::string prefix = "Reference";
-    for (const auto& entry : times_) {
-      if (entry.first.compare(0, prefix.size(), prefix) == 0) continue;
-      const auto reference = times_.find(prefix + entry.first);
-      if (reference == times_.end() || reference->second <= 0.0) continue;
-      std::printf("ratio %s: %.2f\n", entry.first.c_str(), entry.second / reference->second);
-    }
-  }
-
- private:
-  std::map<std::string, double> times_;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -175,7 +148,7 @@ int main(int argc, char** argv) {
   // services' own timers then cost one test of a cached flag per call.
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-  RatioReporter reporter;
+  vekzol_bench::RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
   benchmark::Shutdown();
   return 0;

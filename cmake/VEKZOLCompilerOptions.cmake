@@ -37,6 +37,17 @@ if(VEKZOL_SANITIZE)
   endif()
 endif()
 
+if(VEKZOL_FUZZ)
+  # Coverage feedback for libFuzzer in every object, with the sanitizers
+  # that turn a bad read into a finding. Needs clang.
+  if(NOT CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    message(FATAL_ERROR "VEKZOL_FUZZ needs clang (CMAKE_CXX_COMPILER=clang++)")
+  endif()
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-omit-frame-pointer
+    -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
 if(WIN32 AND VEKZOL_IS_TOP_LEVEL AND NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)
   # Windows finds the DLLs of a program beside it: the DLL, the tests and
   # the examples all go to one folder of the build tree.

@@ -8,9 +8,13 @@
 #                                      mingw-w64 cross compiler, zlib for it,
 #                                      GoogleTest sources and Wine to run the
 #                                      tests
+#   scripts/install-deps.sh --fuzz     the libFuzzer build: clang and its
+#                                      fuzzer and sanitizer runtimes
 set -euo pipefail
 
-if [ "${1:-}" = "--windows" ]; then
+if [ "${1:-}" = "--fuzz" ]; then
+  packages=(cmake make clang libclang-rt-dev zlib1g-dev)
+elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else
   packages=(cmake make g++ pkg-config googletest libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev)

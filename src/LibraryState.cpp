@@ -20,6 +20,7 @@
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
+#include <vekzol/services/VEKZOLZip.h>
 
 // 1. The error services: the records and their composed texts.
 std::deque<VEKZOLError*> VEKZOLErrorServices::_ListErrors;
@@ -44,12 +45,8 @@ VEKZOLTimer VEKZOLSTLServices::_SymmetricDifferenceTimer(
     "STL Services - Symmetric Difference Timer");
 VEKZOLTimer VEKZOLSTLServices::_RemoveDuplicatesTimer("STL Services - Remove Duplicates Timer");
 
-// The five timers of blob compression hold their slots here until that
-// class is built and takes them over as its statics, at this same place.
-namespace {
-VEKZOLTimer g_CompressStringTimer("VEKZOLZip - Compress String Timer");
-VEKZOLTimer g_DecompressBStringTimer("Blob Mgmt - Decompress B String Timer");
-VEKZOLTimer g_DecompressCStringTimer("Blob Mgmt - Decompress C String Timer");
-VEKZOLTimer g_ZlibCompressBlobTimer("Blob Mgmt - zlib Compress Blob Timer");
-VEKZOLTimer g_ZlibDecompressBlobTimer("Blob Mgmt - zlib Decompress Blob Timer");
-}  // namespace
+VEKZOLTimer VEKZOLZip::_CompressStringTimer("VEKZOLZip - Compress String Timer");
+VEKZOLTimer VEKZOLZip::_DecompressBStringTimer("Blob Mgmt - Decompress B String Timer");
+VEKZOLTimer VEKZOLZip::_DecompressCStringTimer("Blob Mgmt - Decompress C String Timer");
+VEKZOLTimer VEKZOLZip::_ZlibCompressBlobTimer("Blob Mgmt - zlib Compress Blob Timer");
+VEKZOLTimer VEKZOLZip::_ZlibDecompressBlobTimer("Blob Mgmt - zlib Decompress Blob Timer");

@@ -40,8 +40,10 @@
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 
+#include <vekzol/services/UnicodeString.h>
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 #include <vekzol/services/VEKZOLFrame3D.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
+#include <vekzol/services/VEKZOLZip.h>
 
 #endif  // VEKZOL_VEKZOLBASE_H_
