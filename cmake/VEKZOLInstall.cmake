@@ -66,3 +66,9 @@ configure_file("${PROJECT_SOURCE_DIR}/cmake/vekzolbase.pc.in"
   "${PROJECT_BINARY_DIR}/vekzolbase.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/vekzolbase.pc"
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# The command-line tool, where it is built: bin/vekzol, which finds the
+# shared library in the lib directory beside bin.
+if(TARGET vekzol)
+  install(TARGETS vekzol RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()

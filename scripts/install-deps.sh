@@ -3,7 +3,9 @@
 # library need, when they are missing. Needs root (apt-get) only when
 # something is missing.
 #
-#   scripts/install-deps.sh            the native (Linux) build
+#   scripts/install-deps.sh            the native (Linux) build, with the
+#                                      vekzol tool's JSON and argument
+#                                      libraries
 #   scripts/install-deps.sh --windows  the 64-bit Windows build: the
 #                                      mingw-w64 cross compiler, zlib for it,
 #                                      GoogleTest sources and Wine to run the
@@ -17,7 +19,8 @@ if [ "${1:-}" = "--fuzz" ]; then
 elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else
-  packages=(cmake make g++ pkg-config googletest libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev)
+  packages=(cmake make g++ pkg-config googletest libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev
+    libsimdjson-dev nlohmann-json3-dev libcli11-dev)
 fi
 
 missing=()

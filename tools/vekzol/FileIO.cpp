@@ -1,0 +1,110 @@
+// File: FileIO.cpp
+#include "FileIO.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+#include "Platform.h"
+#include "ToolError.h"
+
+namespace vekzol_tool {
+
+namespace {
+
+std::string DisplayName(const std::string& path) {
+  return path.empty() || path == "-" ? std::string("<stdin>") : path;
+}
+
+}  // namespace
+
+std::string ReadWholeInput(const std::string& path) {
+  const bool standardInput = path.empty() || path == "-";
+  std::FILE* file = standardInput ? stdin : std::fopen(path.c_str(), "rb");
+  if (file == nullptr) {
+    throw ToolError(DisplayName(path) + ": cannot open: " + std::strerror(errno));
+  }
+  std::string content;
+  char buffer[1 << 16];
+  size_t got = 0;
+  while ((got = std::fread(buffer, 1, sizeof buffer, file)) > 0) content.append(buffer, got);
+  const bool failed = std::ferror(file) != 0;
+  const int error = errno;
+  if (!standardInput) std::fclose(file);
+  if (failed) throw ToolError(DisplayName(path) + ": cannot read: " + std::strerror(error));
+  return content;
+}
+
+Output::Output(std::string path) : path_(std::move(path)) {
+  if (path_ == "-") path_.clear();
+  if (path_.empty()) return;
+  std::error_code code;
+  const std::filesystem::path target = std::filesystem::u8path(path_);
+  const std::filesystem::file_status status = std::filesystem::status(target, code);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    // A device or a pipe (/dev/null, a FIFO) is written to directly: it
+    // cannot be replaced, and must not be.
+    direct_ = true;
+    return;
+  }
+  // Through a symbolic link, the file it names is replaced, not the link.
+  std::string destination = path_;
+  if (std::filesystem::is_symlink(std::filesystem::symlink_status(target, code))) {
+    const std::filesystem::path resolved = std::filesystem::weakly_canonical(target, code);
+    if (!code) destination = resolved.u8string();
+  }
+  destination_ = destination;
+  temporary_ = destination + ".vekzol-tmp";
+}
+
+Output::~Output() {
+  if (file_ != nullptr && file_ != stdout) {
+    std::fclose(file_);
+    if (!direct_) std::remove(temporary_.c_str());
+  }
+}
+
+std::FILE* Output::Stream() {
+  if (file_ == nullptr) {
+    if (path_.empty()) {
+      file_ = stdout;
+    } else {
+      file_ = std::fopen(direct_ ? path_.c_str() : temporary_.c_str(), "wb");
+      if (file_ == nullptr) {
+        throw ToolError(path_ + ": cannot write: " + std::strerror(errno));
+      }
+    }
+  }
+  return file_;
+}
+
+void Output::Write(const char* data, size_t size) {
+  std::FILE* stream = Stream();
+  if (size != 0 && std::fwrite(data, 1, size, stream) != size) failed_ = true;
+}
+
+void Output::Commit() {
+  std::FILE* stream = Stream();  // an empty result still makes its file
+  const std::string shown = path_.empty() ? std::string("<stdout>") : path_;
+  if (std::fflush(stream) != 0 || std::ferror(stream) != 0) failed_ = true;
+  if (stream == stdout) {
+    file_ = nullptr;
+    if (failed_) throw ToolError(shown + ": cannot write: " + std::strerror(errno));
+    return;
+  }
+  const int closed = std::fclose(stream);
+  file_ = nullptr;
+  if (failed_ || closed != 0) {
+    if (!direct_) std::remove(temporary_.c_str());
+    throw ToolError(shown + ": cannot write: " + std::strerror(errno));
+  }
+  if (direct_) return;
+  std::string error;
+  if (!ReplaceFile(temporary_, destination_, error)) {
+    std::remove(temporary_.c_str());
+    throw ToolError(shown + ": cannot replace: " + error);
+  }
+}
+
+}  // namespace vekzol_tool

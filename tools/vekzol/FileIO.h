@@ -1,0 +1,50 @@
+// File: FileIO.h
+// Reading whole inputs and writing outputs safely. An output is either
+// standard output or a file given with -o; a file is written beside its
+// destination under a temporary name and renamed over it only when the
+// command has succeeded, so a failed command leaves the destination as it
+// was.
+#ifndef VEKZOL_TOOLS_VEKZOL_FILEIO_H_
+#define VEKZOL_TOOLS_VEKZOL_FILEIO_H_
+
+#include <cstdio>
+#include <string>
+
+namespace vekzol_tool {
+
+// The bytes of `path`, or of standard input when `path` is empty or "-".
+// Throws ToolError naming the file when it cannot be read.
+std::string ReadWholeInput(const std::string& path);
+
+// Where a command writes its result.
+class Output {
+ public:
+  // Empty or "-": standard output. Otherwise the file `path`, written
+  // through "<path>.vekzol-tmp" until Commit; a `path` that exists and is
+  // no regular file (a device, a pipe) is written directly.
+  explicit Output(std::string path);
+  // Removes the temporary file when Commit was not reached.
+  ~Output();
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  // The stream to write to; opens the temporary file on first use.
+  std::FILE* Stream();
+  void Write(const char* data, size_t size);
+  void Write(const std::string& text) { Write(text.data(), text.size()); }
+  // Flushes and, for a file, renames it into place. Throws ToolError when
+  // writing failed at any point.
+  void Commit();
+
+ private:
+  std::string path_;
+  std::string destination_;  // the file that Commit replaces
+  std::string temporary_;
+  bool direct_ = false;
+  std::FILE* file_ = nullptr;
+  bool failed_ = false;
+};
+
+}  // namespace vekzol_tool
+
+#endif  // VEKZOL_TOOLS_VEKZOL_FILEIO_H_

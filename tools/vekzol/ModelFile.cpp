@@ -1,0 +1,312 @@
+// File: ModelFile.cpp
+// Reading a model file: one pass of the fast parser over the whole text,
+// then a walk of its document that makes the library's objects and
+// relations. Positions are looked for only when something is wrong.
+#include "ModelFile.h"
+
+#include <simdjson.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "JsonLocation.h"
+#include "Phases.h"
+#include "ToolError.h"
+
+namespace vekzol_tool {
+
+// An object of the model, with the texts its vertex gets after Build.
+struct ModelFile::Object : VEKZOLObjectImpl {
+  Object(const CString& id, const CString& refId) : VEKZOLObjectImpl(id, refId) {}
+  CString backupName;
+  CString identPath;
+  bool hasBackupName = false;
+  bool hasIdentPath = false;
+  std::string_view idText;  // in the parsed document, while it lives
+};
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+simdjson::padded_string ReadFile(const std::string& path) {
+  std::FILE* file = std::fopen(path.c_str(), "rb");
+  if (file == nullptr) throw ToolError(path + ": cannot open: " + std::strerror(errno));
+  std::string error;
+  long size = -1;
+  if (std::fseek(file, 0, SEEK_END) == 0) size = std::ftell(file);
+  if (size < 0 || std::fseek(file, 0, SEEK_SET) != 0) {
+    error = std::strerror(errno);
+    std::fclose(file);
+    throw ToolError(path + ": cannot read: " + error);
+  }
+  simdjson::padded_string text(static_cast<size_t>(size));
+  const size_t got = std::fread(text.data(), 1, text.size(), file);
+  if (got != text.size()) error = std::ferror(file) ? std::strerror(errno) : "the file got shorter";
+  std::fclose(file);
+  if (!error.empty()) throw ToolError(path + ": cannot read: " + error);
+  return text;
+}
+
+}  // namespace
+
+// Walks the parsed document; every problem becomes a ToolError with the
+// position of the value concerned.
+class ModelFile::Reader {
+ public:
+  Reader(ModelFile& model, simdjson::padded_string& text) : model_(model), text_(text) {}
+
+  void Read(simdjson::dom::element root) {
+    simdjson::dom::object top;
+    if (root.get_object().get(top) != simdjson::SUCCESS) Fail("", "a model must be a JSON object");
+    simdjson::dom::array objects;
+    simdjson::dom::array relations;
+    bool hasObjects = false;
+    bool hasRelations = false;
+    for (auto field : top) {
+      if (field.key == "objects") {
+        if (field.value.get_array().get(objects) != simdjson::SUCCESS) {
+          Fail("/objects", "\"objects\" must be an array");
+        }
+        hasObjects = true;
+      } else if (field.key == "relations") {
+        if (field.value.get_array().get(relations) != simdjson::SUCCESS) {
+          Fail("/relations", "\"relations\" must be an array");
+        }
+        hasRelations = true;
+      }
+    }
+    if (hasObjects) ReadObjects(objects);
+    IndexObjects();
+    if (hasRelations) ReadRelations(relations);
+  }
+
+ private:
+  [[noreturn]] void Fail(const std::string& pointer, const std::string& what) {
+    size_t offset = 0;
+    if (FindValue(text_, pointer, offset)) {
+      const TextPosition at = PositionOf(text_.data(), text_.size(), offset);
+      throw ToolError(model_.path_ + ":" + std::to_string(at.line) + ":" +
+                      std::to_string(at.column) + ": " + what);
+    }
+    throw ToolError(model_.path_ + ": at " + pointer + ": " + what);
+  }
+
+  // A text member: absent gives false, a string without NUL gives true.
+  bool Text(simdjson::dom::object entry, const char* key, const std::string& pointer,
+            std::string_view& text) {
+    simdjson::dom::element value;
+    if (entry.at_key(key).get(value) != simdjson::SUCCESS) return false;
+    if (value.get_string().get(text) != simdjson::SUCCESS) {
+      Fail(PointerChild(pointer, key), std::string("\"") + key + "\" must be a string");
+    }
+    if (text.find('\0') != std::string_view::npos) {
+      Fail(PointerChild(pointer, key),
+           std::string("\"") + key + "\" must not hold a NUL character");
+    }
+    return true;
+  }
+
+  static CString ToCString(std::string_view text) {
+    return CString(text.data(), static_cast<int>(text.size()));
+  }
+
+  CComVariant Attribute(simdjson::dom::element value, const std::string& pointer) {
+    switch (value.type()) {
+      case simdjson::dom::element_type::STRING: {
+        std::string_view text = value.get_string().value_unsafe();
+        if (text.find('\0') != std::string_view::npos)
+          Fail(pointer, "an attribute value must not hold a NUL character");
+        return CComVariant(ToCString(text));
+      }
+      case simdjson::dom::element_type::INT64: {
+        const int64_t number = value.get_int64().value_unsafe();
+        if (number >= INT32_MIN && number <= INT32_MAX) {
+          return CComVariant(static_cast<int>(number));
+        }
+        return CComVariant(static_cast<long long>(number));
+      }
+      case simdjson::dom::element_type::UINT64:
+        return CComVariant(static_cast<double>(value.get_uint64().value_unsafe()));
+      case simdjson::dom::element_type::DOUBLE:
+        return CComVariant(value.get_double().value_unsafe());
+      case simdjson::dom::element_type::BOOL:
+        return CComVariant(value.get_bool().value_unsafe());
+      default:
+        Fail(pointer, "an attribute value must be a string, a number or a boolean");
+    }
+  }
+
+  void ReadObjects(simdjson::dom::array objects) {
+    model_.objects_.reserve(objects.size());
+    size_t index = 0;
+    for (simdjson::dom::element element : objects) {
+      const std::string pointer = PointerChild("/objects", index++);
+      simdjson::dom::object entry;
+      if (element.get_object().get(entry) != simdjson::SUCCESS) {
+        Fail(pointer, "an entry of \"objects\" must be a JSON object");
+      }
+      std::string_view id;
+      if (!Text(entry, "id", pointer, id)) Fail(pointer, "an object must have an \"id\"");
+      std::string_view text;
+      CString refId;
+      if (Text(entry, "refId", pointer, text)) refId = ToCString(text);
+      auto object = std::make_unique<Object>(ToCString(id), refId);
+      if (Text(entry, "name", pointer, text)) object->SetDisplayName(ToCString(text));
+      if (Text(entry, "sciid", pointer, text)) object->SetSCIID(ToCString(text));
+      if (Text(entry, "backupName", pointer, text)) {
+        object->backupName = ToCString(text);
+        object->hasBackupName = true;
+      }
+      if (Text(entry, "identPath", pointer, text)) {
+        object->identPath = ToCString(text);
+        object->hasIdentPath = true;
+      }
+      simdjson::dom::element attributes;
+      if (entry.at_key("attributes").get(attributes) == simdjson::SUCCESS) {
+        const std::string attributesPointer = PointerChild(pointer, "attributes");
+        simdjson::dom::object members;
+        if (attributes.get_object().get(members) != simdjson::SUCCESS) {
+          Fail(attributesPointer, "\"attributes\" must be a JSON object");
+        }
+        for (auto member : members) {
+          const std::string memberPointer =
+              PointerChild(attributesPointer, std::string(member.key));
+          if (member.key.empty()) Fail(memberPointer, "an attribute name must not be empty");
+          if (member.key.find('\0') != std::string_view::npos) {
+            Fail(memberPointer, "an attribute name must not hold a NUL character");
+          }
+          object->SetAttribute(ToCString(member.key), Attribute(member.value, memberPointer));
+        }
+      }
+      object->idText = id;
+      model_.objects_.push_back(std::move(object));
+    }
+    model_.stats_.objects = model_.objects_.size();
+  }
+
+  // The ids for the look-up of relation ends; of equal ids the first
+  // object is kept, as in the graph.
+  void IndexObjects() {
+    ids_.reserve(model_.objects_.size());
+    for (auto& object : model_.objects_) ids_.emplace(object->idText, object.get());
+  }
+
+  VEKIZOLObject* End(simdjson::dom::object entry, const char* key, const std::string& pointer) {
+    std::string_view id;
+    if (!Text(entry, key, pointer, id)) return nullptr;
+    const auto found = ids_.find(id);
+    if (found == ids_.end()) {
+      ++model_.stats_.unknownEnds;
+      return nullptr;
+    }
+    return found->second;
+  }
+
+  void ReadRelations(simdjson::dom::array relations) {
+    model_.relations_.reserve(relations.size());
+    size_t index = 0;
+    for (simdjson::dom::element element : relations) {
+      const std::string pointer = PointerChild("/relations", index++);
+      simdjson::dom::object entry;
+      if (element.get_object().get(entry) != simdjson::SUCCESS) {
+        Fail(pointer, "an entry of \"relations\" must be a JSON object");
+      }
+      std::string_view id;
+      if (!Text(entry, "id", pointer, id)) Fail(pointer, "a relation must have an \"id\"");
+      std::string_view type;
+      CString typeText;
+      if (Text(entry, "type", pointer, type)) typeText = ToCString(type);
+      VEKIZOLObject* source = End(entry, "source", pointer);
+      VEKIZOLObject* target = End(entry, "target", pointer);
+      model_.relations_.push_back(
+          std::make_unique<VEKZOLRelationImpl>(source, target, typeText, ToCString(id)));
+    }
+    model_.stats_.relations = model_.relations_.size();
+  }
+
+  ModelFile& model_;
+  simdjson::padded_string& text_;
+  std::unordered_map<std::string_view, Object*> ids_;
+};
+
+ModelFile::ModelFile(std::string path) : path_(std::move(path)) {
+  const std::string name = std::filesystem::u8path(path_).filename().u8string();
+  graph_ = std::make_unique<VEKZOLGraph>(CString(name.c_str()));
+}
+
+ModelFile::~ModelFile() = default;
+
+void ModelFile::Load(Phases& phases) {
+  const Clock::time_point start = Clock::now();
+  simdjson::padded_string text = ReadFile(path_);
+  const Clock::time_point read = Clock::now();
+  phases.Record("read " + path_, Phases::Seconds(read - start));
+
+  simdjson::dom::parser parser;
+  simdjson::dom::element root;
+  const simdjson::error_code error = parser.parse(text).get(root);
+  const Clock::time_point parsed = Clock::now();
+  phases.Record("parse " + path_, Phases::Seconds(parsed - read));
+  if (error != simdjson::SUCCESS) {
+    size_t offset = 0;
+    std::string reason;
+    if (FindSyntaxError(text.data(), text.size(), offset, reason)) {
+      const TextPosition at = PositionOf(text.data(), text.size(), offset);
+      throw ToolError(path_ + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) +
+                      ": invalid JSON: " + reason);
+    }
+    throw ToolError(path_ +
+                    ": the JSON parser refused the file: " + simdjson::error_message(error));
+  }
+  Reader(*this, text).Read(root);
+  phases.Record("objects " + path_, Phases::Seconds(Clock::now() - parsed));
+}
+
+void ModelFile::Build() {
+  std::deque<VEKIZOLObject*> objects;
+  std::deque<VEKIZOLRelation*> relations;
+  for (auto& object : objects_) objects.push_back(object.get());
+  for (auto& relation : relations_) relations.push_back(relation.get());
+  graph_->Build(objects, relations);  // E_FAIL once done, E_INVALIDARG for an empty model
+
+  std::deque<VEKZOLGraphVertex*> vertices;
+  graph_->GetAllVertices(vertices);
+  for (VEKZOLGraphVertex* vertex : vertices) {
+    if (vertex == nullptr || vertex->GetObjectA() == nullptr) continue;
+    // Every object of this graph is one of ours, and the vertex holds the
+    // first object of its id: its texts are the ones that count.
+    auto* object = static_cast<Object*>(vertex->GetObjectA());
+    if (object->hasBackupName) vertex->SetBackupName(object->backupName);
+    if (object->hasIdentPath) vertex->SetIdentPath(object->identPath);
+  }
+  std::deque<VEKZOLGraphEdge*> edges;
+  graph_->GetAllEdges(edges);
+  stats_.duplicateObjectIds = objects_.size() - vertices.size();
+  stats_.duplicateRelationIds = relations_.size() - edges.size();
+}
+
+void ModelFile::ReportTolerated() const {
+  if (stats_.duplicateObjectIds != 0) {
+    std::fprintf(stderr, "vekzol: %s: %zu object(s) with an id used before (the first one kept)\n",
+                 path_.c_str(), stats_.duplicateObjectIds);
+  }
+  if (stats_.duplicateRelationIds != 0) {
+    std::fprintf(stderr,
+                 "vekzol: %s: %zu relation(s) with an id used before (the first one kept)\n",
+                 path_.c_str(), stats_.duplicateRelationIds);
+  }
+  if (stats_.unknownEnds != 0) {
+    std::fprintf(stderr, "vekzol: %s: %zu relation end(s) name no object (left unresolved)\n",
+                 path_.c_str(), stats_.unknownEnds);
+  }
+}
+
+}  // namespace vekzol_tool

@@ -1,0 +1,85 @@
+// File: ModelFile.h
+// A model file: the JSON export of one state of a host model, read into
+// the library's objects and relations and built into a graph.
+//
+//   {"objects": [{"id": "PRC-0001", "name": "Weld frame", "refId": "...",
+//                 "sciid": "...", "attributes": {"station": "S1"},
+//                 "backupName": "...", "identPath": "..."}],
+//    "relations": [{"id": "R-0001", "source": "PRC-0001",
+//                   "target": "PRC-0002", "type": "precedes"}]}
+//
+// Only "id" is required; both lists may be missing. Text fields are
+// strings; attribute values are strings, numbers or booleans (integers that
+// fit 32 bits become VT_I4, other integers VT_I8, the rest VT_R8). Unknown
+// members are ignored. A string holding U+0000 is refused, since the
+// library's ids and names end at the first NUL.
+//
+// What the graph tolerates, the reader tolerates too: duplicate ids (the
+// first object or relation wins) and relation ends that name no object (a
+// null end). Both are counted in Stats().
+#ifndef VEKZOL_TOOLS_VEKZOL_MODELFILE_H_
+#define VEKZOL_TOOLS_VEKZOL_MODELFILE_H_
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <vekzol/VEKZOLBase.h>
+
+namespace vekzol_tool {
+
+class Phases;
+
+struct ModelStats {
+  size_t objects = 0;
+  size_t relations = 0;
+  size_t duplicateObjectIds = 0;    // objects whose id an earlier object has
+  size_t duplicateRelationIds = 0;  // the same for relations
+  size_t unknownEnds = 0;           // sources and targets that name no object
+};
+
+class ModelFile {
+ public:
+  // The graph is named after the file (its name without the directory),
+  // which heads its Dump.
+  explicit ModelFile(std::string path);
+  ~ModelFile();
+  ModelFile(const ModelFile&) = delete;
+  ModelFile& operator=(const ModelFile&) = delete;
+
+  // Reads and parses the file and makes the objects and relations. Phases
+  // "read <path>", "parse <path>" (the JSON parser alone) and "objects
+  // <path>" are recorded. Throws ToolError naming the file, and for JSON
+  // the line and column, on any problem.
+  void Load(Phases& phases);
+
+  // Builds the graph, then gives each vertex the backup name and ident path
+  // of its object's entry. Counts duplicate ids.
+  void Build();
+
+  VEKZOLGraph& Graph() { return *graph_; }
+  const ModelStats& Stats() const { return stats_; }
+  const std::string& Path() const { return path_; }
+  size_t Elements() const { return stats_.objects + stats_.relations; }
+
+  // One line on standard error per kind of tolerated problem, naming the
+  // file; nothing when there is none.
+  void ReportTolerated() const;
+
+ private:
+  class Reader;
+  struct Object;
+
+  std::string path_;
+  ModelStats stats_;
+  std::vector<std::unique_ptr<Object>> objects_;
+  std::vector<std::unique_ptr<VEKZOLRelationImpl>> relations_;
+  // Declared last so that it goes first: the graph's vertices and edges
+  // point to the objects and relations.
+  std::unique_ptr<VEKZOLGraph> graph_;
+};
+
+}  // namespace vekzol_tool
+
+#endif  // VEKZOL_TOOLS_VEKZOL_MODELFILE_H_
