@@ -15,6 +15,7 @@
 
 #include "platform/MbString.h"
 #include "platform/System.h"
+#include "platform/TempDirectories.h"
 
 // The creation step has not run yet, and the switches are not read yet:
 // constant initialisation, so they hold before any other static runs.
@@ -36,22 +37,17 @@ struct StreamCloser {
   void operator()(std::FILE* stream) const { std::fclose(stream); }
 };
 
-// The directory that receives the trace file. TEMP wins whenever it is set,
-// even to an empty value (the file then goes to the root). Windows stops
-// there; on POSIX, where TEMP is often not set, TMPDIR and then /tmp follow.
+// The directory that receives the trace file: the first of the platform's
+// temporary-directory variables that is set, even to an empty value (the
+// file then goes to the root), else the platform's default.
 CString TraceDirectory() {
   std::string value;
-  if (Sys().GetEnv("TEMP", &value)) {
-    return CString(value);
+  for (const char* name : vekzol::platform::TempDirectoryVariables()) {
+    if (Sys().GetEnv(name, &value)) {
+      return CString(value);
+    }
   }
-#if defined(_WIN32)
-  return CString();
-#else
-  if (Sys().GetEnv("TMPDIR", &value)) {
-    return CString(value);
-  }
-  return CString("/tmp");
-#endif
+  return CString(vekzol::platform::DefaultTraceDirectory());
 }
 
 // The runtime's date text of `seconds`, as the zeroed buffer holds it: the

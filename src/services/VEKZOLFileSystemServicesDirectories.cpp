@@ -13,6 +13,7 @@
 
 #include <vekzol/platform/Status.h>
 
+#include "platform/AbsolutePaths.h"
 #include "platform/System.h"
 #include "services/FileSystemSupport.h"
 
@@ -20,29 +21,6 @@ namespace {
 
 using vekzol::platform::FindEntry;
 using vekzol::platform::Sys;
-
-// The separator that splits levels in the scan.
-#if defined(_WIN32)
-constexpr char kLevelSeparator = '\\';
-#else
-constexpr char kLevelSeparator = '/';
-#endif
-
-// Where the scan of `path` starts, or -1 for a path that is not absolute.
-// Windows knows a drive letter with either slash and a root or UNC path
-// begun with a backslash or with two forward slashes; elsewhere an absolute
-// path begins with '/' and is scanned as a rooted Windows path is.
-int ScanStart(const CString& path) {
-#if defined(_WIN32)
-  if (path.Find(":\\") == 1) return 4;
-  if (path.Find(":/") == 1) return 3;
-  if (path.Find('\\') == 0) return 2;
-  if (path.Find("//") == 0) return 2;
-  return -1;
-#else
-  return path.Find('/') == 0 ? 2 : -1;
-#endif
-}
 
 }  // namespace
 
@@ -54,7 +32,7 @@ long VEKZOLFileSystemServices::CreateDirectoryA(CString& path, ErrorHandler* han
   if (Sys().FileAttributes(path, &attributes) == vekzol::platform::kErrorSuccess) {
     return (attributes & vekzol::platform::kAttributeDirectory) != 0 ? S_FALSE : E_INVALIDARG;
   }
-  int start = ScanStart(path);
+  int start = vekzol::platform::DirectoryScanStart(path);
   if (start < 0) {
     return E_INVALIDARG;
   }
@@ -63,7 +41,7 @@ long VEKZOLFileSystemServices::CreateDirectoryA(CString& path, ErrorHandler* han
   bool made = false;
   const int length = path.GetLength();
   while (start < length) {
-    const int found = path.Find(kLevelSeparator, start);
+    const int found = path.Find(Sys().PathSeparator(), start);
     const bool lastPass = found < 0;
     const CString level = lastPass ? path : path.Left(found);
     if (!lastPass) {

@@ -10,13 +10,14 @@
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 
 #include <ctime>
-#include <initializer_list>
 #include <string>
+#include <vector>
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/platform/Status.h>
 
 #include "platform/System.h"
+#include "platform/TempDirectories.h"
 #include "services/FileSystemSupport.h"
 
 namespace {
@@ -25,17 +26,10 @@ using vekzol::platform::Sys;
 
 constexpr uint32_t kSuccess = vekzol::platform::kErrorSuccess;
 
-// The base when none of a flavour's variables is set.
-#if defined(_WIN32)
-constexpr const char* kDefaultBase = "C:\\temp";
-#else
-constexpr const char* kDefaultBase = "/tmp";
-#endif
-
 // The first of `names` that the environment reports set, or `fallback`
 // when none is. A variable that is set ends the search, even when its
 // value is empty or names no directory: the next source is not tried.
-CString FirstSetVariable(std::initializer_list<const char*> names, const char* fallback) {
+CString FirstSetVariable(const std::vector<const char*>& names, const char* fallback) {
   std::string value;
   for (const char* name : names) {
     if (Sys().GetEnv(name, &value)) {
@@ -53,19 +47,17 @@ CString UsableBase(const CString& candidate) {
   return candidate;
 }
 
-// Interactive sessions: TEMP. POSIX systems often leave TEMP unset, so
-// TMPDIR comes next there, as for the trace file.
+// Interactive sessions: the platform's temporary-directory variables (TEMP;
+// on POSIX, where TEMP is often unset, then TMPDIR, as for the trace file).
 CString InteractiveBase() {
-#if defined(_WIN32)
-  return UsableBase(FirstSetVariable({"TEMP"}, kDefaultBase));
-#else
-  return UsableBase(FirstSetVariable({"TEMP", "TMPDIR"}, kDefaultBase));
-#endif
+  return UsableBase(FirstSetVariable(vekzol::platform::TempDirectoryVariables(),
+                                     vekzol::platform::DefaultSessionBase()));
 }
 
 // Batch runs: the output directory of the run, then its temporary one.
 CString BatchBase() {
-  return UsableBase(FirstSetVariable({"JBM_RQT_OUT", "JBM_RQT_TEMP"}, kDefaultBase));
+  return UsableBase(
+      FirstSetVariable({"JBM_RQT_OUT", "JBM_RQT_TEMP"}, vekzol::platform::DefaultSessionBase()));
 }
 
 // The stamp of a session made before the trace log has one: local time
