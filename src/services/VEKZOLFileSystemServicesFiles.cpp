@@ -36,6 +36,25 @@ long CollectFiles(CString& directory, std::deque<CString>& patterns, std::deque<
   return VEKZOLFileSystemServices::FindFiles(directory, patterns, files, directories);
 }
 
+enum class Transfer { kCopy, kMove };
+
+// Copies (never over an existing file) or moves each of `files` by bare
+// name from one directory to the other, all of them even after a failure.
+// `status` as the listing left it, or E_FAIL when any one failed.
+long TransferEach(const CString& sourceDirectory, const CString& targetDirectory,
+                  const std::deque<CString>& files, Transfer transfer, long status) {
+  for (const CString& file : files) {
+    const CString from = JoinPath(sourceDirectory, file);
+    const CString to = JoinPath(targetDirectory, file);
+    const uint32_t code = transfer == Transfer::kCopy ? Sys().CopyOneFile(from, to, false)
+                                                      : Sys().MoveOneFile(from, to);
+    if (code != kSuccess) {
+      status = E_FAIL;
+    }
+  }
+  return status;
+}
+
 }  // namespace
 
 long VEKZOLFileSystemServices::CopyFileA(CString& source, CString& target, bool overwrite,
@@ -100,13 +119,7 @@ long VEKZOLFileSystemServices::CopyFiles(CString& sourceDirectory, CString& targ
   if (status < 0) {
     return status;
   }
-  for (const CString& file : files) {
-    if (Sys().CopyOneFile(JoinPath(sourceDirectory, file), JoinPath(targetDirectory, file),
-                          false) != kSuccess) {
-      status = E_FAIL;
-    }
-  }
-  return status;
+  return TransferEach(sourceDirectory, targetDirectory, files, Transfer::kCopy, status);
 }
 
 long VEKZOLFileSystemServices::CopyFiles(CString& sourceDirectory, CString& targetDirectory,
@@ -122,13 +135,7 @@ long VEKZOLFileSystemServices::CopyFiles(CString& sourceDirectory, CString& targ
   if (status < 0) {
     return status;
   }
-  for (const CString& file : files) {
-    if (Sys().CopyOneFile(JoinPath(sourceDirectory, file), JoinPath(targetDirectory, file),
-                          false) != kSuccess) {
-      status = E_FAIL;
-    }
-  }
-  return status;
+  return TransferEach(sourceDirectory, targetDirectory, files, Transfer::kCopy, status);
 }
 
 long VEKZOLFileSystemServices::MoveFiles(CString& sourceDirectory, CString& targetDirectory,
@@ -144,13 +151,7 @@ long VEKZOLFileSystemServices::MoveFiles(CString& sourceDirectory, CString& targ
   if (status < 0) {
     return status;
   }
-  for (const CString& file : files) {
-    if (Sys().MoveOneFile(JoinPath(sourceDirectory, file), JoinPath(targetDirectory, file)) !=
-        kSuccess) {
-      status = E_FAIL;
-    }
-  }
-  return status;
+  return TransferEach(sourceDirectory, targetDirectory, files, Transfer::kMove, status);
 }
 
 long VEKZOLFileSystemServices::RenameFile(CString& directory, CString& oldName, CString& newName,
