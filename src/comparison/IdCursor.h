@@ -2,16 +2,18 @@
 // A forward cursor over a graph's map (id to vertex or edge) that answers
 // look-ups of ascending ids by walking on from where the last one stopped.
 // The comparison asks for the ids of the other graph in that graph's id
-// order, so one pass costs a merge of the two maps instead of a descent
-// per id. An id below the previous one (a host changed an object's id after
-// the build, so its vertex no longer answers its key) falls back to an
-// ordinary look-up; answers are those of the map in every case.
+// order, so one pass costs a merge of the two maps' sorted entries instead
+// of a look-up per id. An id at or below the key before the cursor (a host
+// changed an object's id after the build, so its vertex no longer answers
+// its key) falls back to the map's own look-up; answers are those of the
+// map in every case.
 #ifndef VEKZOL_SRC_COMPARISON_IDCURSOR_H_
 #define VEKZOL_SRC_COMPARISON_IDCURSOR_H_
 
-#include <map>
-
 #include <vekzol/platform/CString.h>
+
+#include "graphs/IdMap.h"
+#include "platform/TextOrder.h"
 
 namespace vekzol {
 namespace comparison {
@@ -19,35 +21,36 @@ namespace comparison {
 template <typename Element>
 class IdCursor {
  public:
-  using Map = std::map<CString, Element*>;
+  using Map = graphs::IdMap<Element>;
+  using Entry = typename Map::Entry;
 
-  explicit IdCursor(const Map& map) : m_Map(map), m_Next(map.begin()) {}
+  explicit IdCursor(const Map& map)
+      : m_Map(map), m_Begin(map.begin()), m_Next(m_Begin), m_End(map.end()) {}
 
   // The entry under `id` (null for a missing id or a null entry).
   Element* Find(const CString& id) {
-    const auto less = m_Map.key_comp();
-    // Every key before m_Next is below the last id asked for; an id at or
-    // above that one is found by walking on.
-    if (m_HasLast && less(id, m_Last)) {
-      const auto found = m_Map.find(id);
-      return found == m_Map.end() ? nullptr : found->second;
-    }
-    while (m_Next != m_Map.end() && less(m_Next->first, id)) {
+    // One compare per step: walk on while the keys are below the id.
+    while (m_Next != m_End) {
+      const int order = platform::TextCompare(m_Next->first, id);
+      if (order == 0) return m_Next->second;
+      if (order > 0) break;
       ++m_Next;
     }
-    m_Last = id;
-    m_HasLast = true;
-    if (m_Next != m_Map.end() && !less(id, m_Next->first)) {
-      return m_Next->second;
+    // Not ahead of the cursor. Every key before it is below the ids asked
+    // for so far; an id at or below the last of them may still be in the
+    // map, behind the cursor.
+    if (m_Next != m_Begin && platform::TextCompare(id, (m_Next - 1)->first) <= 0) {
+      const Entry* found = m_Map.Find(id);
+      return found == nullptr ? nullptr : found->second;
     }
     return nullptr;
   }
 
  private:
   const Map& m_Map;
-  typename Map::const_iterator m_Next;
-  CString m_Last;
-  bool m_HasLast = false;
+  const Entry* m_Begin;
+  const Entry* m_Next;
+  const Entry* m_End;
 };
 
 }  // namespace comparison

@@ -1,28 +1,48 @@
 // File: VEKZOLGraphComparatorRun.cpp
 // RunComparison: five passes over the two graphs in id order. Both graphs
-// keep their vertices and edges in maps ordered by id, so each pass walks
-// one map and finds partners in the other with a cursor that moves forward
-// with it (a merge of two ordered sequences), instead of a descent per id.
-// The lists, their order, the ident paths written, the statuses and the
-// timer calls (the run's own timer and, through the intersection service,
-// its timer for each vertex with parents on both sides) are those of a
-// look-up per id.
+// keep their vertices and edges as sorted entries, so each pass walks one
+// map and finds partners in the other with a cursor that moves forward with
+// it (a merge of two ordered sequences), instead of a look-up per id. The
+// lists, their order, the ident paths written, the statuses and the timer
+// calls (the run's own timer and, through the intersection service, its
+// timer for each vertex with parents on both sides) are those of a look-up
+// per id.
+//
+// Ids are shared texts: taking one from an object, a vertex or a list
+// copies no bytes, so the passes allocate nothing per vertex but what they
+// append to the result lists.
 #include <vekzol/comparison/VEKZOLGraphComparator.h>
 
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 #include <vekzol/platform/Status.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 
+#include <deque>
+#include <vector>
+
 #include "comparison/IdCursor.h"
+#include "comparison/ParentIntersection.h"
+#include "comparison/PassPrefetcher.h"
+#include "graphs/IdMap.h"
 
 namespace {
 
 using vekzol::comparison::IdCursor;
 
+using vekzol::comparison::PassPrefetcher;
+
+inline void PrefetchAhead(const PassPrefetcher::VertexEntry* entries, size_t index, size_t count) {
+  PassPrefetcher::Vertices(entries, index, count);
+}
+
+inline void PrefetchAhead(const PassPrefetcher::EdgeEntry* entries, size_t index, size_t count) {
+  PassPrefetcher::Edges(entries, index, count);
+}
+
 // Appends the id of each parent vertex of `vertex`, one per incoming edge
 // with a parent vertex, oldest edge first; ids are not tested here.
 void AppendParentIds(VEKZOLGraphVertex* vertex, std::deque<VEKZOLGraphEdge*>& edges,
-                     std::deque<CString>& ids) {
+                     std::vector<CString>& ids) {
   edges.clear();
   vertex->GetParentEdges(edges);
   for (VEKZOLGraphEdge* edge : edges) {
@@ -33,14 +53,17 @@ void AppendParentIds(VEKZOLGraphVertex* vertex, std::deque<VEKZOLGraphEdge*>& ed
 }
 
 // Walks `from` in id order and appends to `missing` the id of each entry
-// that has no partner under its id in `in`: passes 2, 4 and 5. Null entries
+// that has no partner under its id in `in`: passes 4 and 5. Null entries
 // and empty ids are skipped.
 template <typename Element>
-void AppendMissing(const std::map<CString, Element*>& from, const std::map<CString, Element*>& in,
-                   std::deque<CString>& missing) {
+void AppendMissing(const vekzol::graphs::IdMap<Element>& from,
+                   const vekzol::graphs::IdMap<Element>& in, std::deque<CString>& missing) {
   IdCursor<Element> partners(in);
-  for (const auto& entry : from) {
-    Element* element = entry.second;
+  const auto* entries = from.begin();
+  const size_t count = from.size();
+  for (size_t i = 0; i < count; ++i) {
+    PrefetchAhead(entries, i, count);
+    Element* element = entries[i].second;
     if (element == nullptr) {
       continue;
     }
@@ -59,15 +82,18 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
   }
   VEKZOLTimer timer("Graph - Run Comparison Timer");
   timer.StartTimer();
-  const auto& newVertices = m_NewGraph->m_Vertices;
-  const auto& oldVertices = m_OldGraph->m_Vertices;
+  const auto& newVertices = *m_NewGraph->m_Vertices;
+  const auto& oldVertices = *m_OldGraph->m_Vertices;
 
   // Pass 1: vertices of the new graph; with names checked, the ident path
   // travels from old to new and the old vertex's name meets its backup.
   {
     IdCursor<VEKZOLGraphVertex> oldPartners(oldVertices);
-    for (const auto& entry : newVertices) {
-      VEKZOLGraphVertex* newVertex = entry.second;
+    const auto* entries = newVertices.begin();
+    const size_t count = newVertices.size();
+    for (size_t i = 0; i < count; ++i) {
+      PrefetchAhead(entries, i, count);
+      VEKZOLGraphVertex* newVertex = entries[i].second;
       if (newVertex == nullptr) {
         continue;
       }
@@ -90,19 +116,28 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     }
   }
 
-  // Pass 2: vertices of the old graph that the new graph lacks.
-  AppendMissing(oldVertices, newVertices, m_VerticesToBeRemoved);
-
-  // Pass 3: vertices in both graphs whose direct parents share no id. The
-  // work lists are emptied and reused from vertex to vertex.
+  // Passes 2 and 3, over the vertices of the old graph in one walk, since
+  // both take each vertex's id and look it up in the new graph the same
+  // way: pass 2 lists the vertices the new graph lacks, pass 3 the vertices
+  // in both graphs whose direct parents share no id. Each list still comes
+  // out in id order, as from two walks. The work lists are emptied and
+  // reused from vertex to vertex. While timers count, the intersection
+  // service answers for each vertex, so its timer counts as it always has;
+  // otherwise the same answer comes from a merge of the two short lists.
   {
+    const bool timersCount = VEKZOLTimer::AreTimersEnabled();
     IdCursor<VEKZOLGraphVertex> newPartners(newVertices);
     std::deque<VEKZOLGraphEdge*> parentEdges;
-    std::deque<CString> newParents;
-    std::deque<CString> oldParents;
+    std::vector<CString> newParents;
+    std::vector<CString> oldParents;
+    std::deque<CString> newList;
+    std::deque<CString> oldList;
     std::deque<CString> common;
-    for (const auto& entry : oldVertices) {
-      VEKZOLGraphVertex* oldVertex = entry.second;
+    const auto* entries = oldVertices.begin();
+    const size_t count = oldVertices.size();
+    for (size_t i = 0; i < count; ++i) {
+      PrefetchAhead(entries, i, count);
+      VEKZOLGraphVertex* oldVertex = entries[i].second;
       if (oldVertex == nullptr) {
         continue;
       }
@@ -112,6 +147,7 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       }
       VEKZOLGraphVertex* newVertex = newPartners.Find(id);
       if (newVertex == nullptr) {
+        m_VerticesToBeRemoved.push_back(id);
         continue;
       }
       newParents.clear();
@@ -123,17 +159,25 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       }
       // An empty side is refused by Intersection and leaves `common` empty:
       // a root that got a parent, or a vertex that became a root, is moved.
-      common.clear();
-      VEKZOLSTLServices::Intersection(oldParents, newParents, common);
-      if (common.empty()) {
+      bool shareAParent = false;
+      if (timersCount) {
+        oldList.assign(oldParents.begin(), oldParents.end());
+        newList.assign(newParents.begin(), newParents.end());
+        common.clear();
+        VEKZOLSTLServices::Intersection(oldList, newList, common);
+        shareAParent = !common.empty();
+      } else {
+        shareAParent = vekzol::comparison::IntersectionIsNotEmpty(oldParents, newParents);
+      }
+      if (!shareAParent) {
         m_VerticesToBeMoved.push_back(id);
       }
     }
   }
 
   // Passes 4 and 5: edges that only one of the graphs has.
-  AppendMissing(m_NewGraph->m_Edges, m_OldGraph->m_Edges, m_EdgesToBeAdded);
-  AppendMissing(m_OldGraph->m_Edges, m_NewGraph->m_Edges, m_EdgesToBeRemoved);
+  AppendMissing(*m_NewGraph->m_Edges, *m_OldGraph->m_Edges, m_EdgesToBeAdded);
+  AppendMissing(*m_OldGraph->m_Edges, *m_NewGraph->m_Edges, m_EdgesToBeRemoved);
 
   // The outcome comes from the accumulated lists, so a run that follows one
   // with differences answers S_OK even over equal graphs.

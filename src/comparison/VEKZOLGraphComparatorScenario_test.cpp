@@ -121,3 +121,16 @@ TEST(VEKZOLGraphComparatorScenarioTest, TheGeneratorChoosesChangesOfEveryKind) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(VEKZOLGraphComparatorScenarioTest, GuidShapedIdsGiveTheChosenLists) {
+  GeneratorOptions options;
+  options.elements = 4000;
+  options.treeSize = 400;
+  options.guidIds = true;
+  options.seed = 4242;
+  ExpectTheGeneratedAnswer(options);
+}
+
+}  // namespace

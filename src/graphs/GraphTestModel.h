@@ -28,6 +28,8 @@
 #include <vekzol/platform/CString.h>
 #include <vekzol/platform/Status.h>
 
+#include "graphs/IdMap.h"
+
 namespace graph_test {
 
 class TestObject final : public VEKIZOLObject {
@@ -143,17 +145,17 @@ class GraphPeer : public VEKZOLGraph {
   const CString& Name() const { return m_Name; }
   std::vector<CString> VertexKeys() const {
     std::vector<CString> keys;
-    for (const auto& entry : m_Vertices) keys.push_back(entry.first);
+    for (const auto& entry : *m_Vertices) keys.push_back(entry.first);
     return keys;
   }
   std::vector<CString> EdgeKeys() const {
     std::vector<CString> keys;
-    for (const auto& entry : m_Edges) keys.push_back(entry.first);
+    for (const auto& entry : *m_Edges) keys.push_back(entry.first);
     return keys;
   }
   // Puts `vertex`/`edge` (perhaps null) under `key`; the graph owns it then.
-  void PutVertex(const CString& key, VEKZOLGraphVertex* vertex) { m_Vertices[key] = vertex; }
-  void PutEdge(const CString& key, VEKZOLGraphEdge* edge) { m_Edges[key] = edge; }
+  void PutVertex(const CString& key, VEKZOLGraphVertex* vertex) { (*m_Vertices)[key] = vertex; }
+  void PutEdge(const CString& key, VEKZOLGraphEdge* edge) { (*m_Edges)[key] = edge; }
   // The protected Dump of one vertex.
   long DumpVertex(VEKZOLGraphVertex* vertex, CString& text, int level) {
     return Dump(vertex, text, level);

@@ -59,7 +59,7 @@ void VEKZOLGraph::WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks) {
     // The next child vertex of the deepest vertex; edges that are null or
     // have no child vertex are passed over, as GetChildren passes them.
     Frame& top = path.back();
-    const std::vector<VEKZOLGraphEdge*>& edges = top.vertex->m_ChildEdges;
+    const VEKZOLEdgeList& edges = top.vertex->m_ChildEdges;
     VEKZOLGraphVertex* child = nullptr;
     while (child == nullptr && top.nextEdge < edges.size()) {
       VEKZOLGraphEdge* edge = edges[top.nextEdge++];

@@ -4,8 +4,10 @@
 // are linked to the vertices of their ends once, when they are added, by
 // looking the ends' object ids up among the vertices present at that moment.
 //
-// Graphs of a million vertices are normal, so adding costs one map descent
-// (lower_bound, then an insert hinted at that spot) and no extra id copies.
+// Graphs of a million vertices are normal: the maps (IdMap.h) find an id by
+// hash and keep the id order by sorting what was added at the next ordered
+// read, so a build costs one hash probe per id and one sort, and the key is
+// the id's own shared text, not a copy of it.
 #include <vekzol/graphs/VEKZOLGraph.h>
 
 #include <memory>
@@ -14,30 +16,33 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/platform/Status.h>
 
+#include "graphs/IdMap.h"
+
 namespace {
+
+using VertexMap = vekzol::graphs::IdMap<VEKZOLGraphVertex>;
+using EdgeMap = vekzol::graphs::IdMap<VEKZOLGraphEdge>;
 
 // The vertex of `object` in `vertices`, matched by the object's id (the
 // by-reference form, as AddVertex keys them); null for a null object, an id
 // not in the graph or a null entry.
-VEKZOLGraphVertex* FindVertexOf(std::map<CString, VEKZOLGraphVertex*>& vertices,
-                                VEKIZOLObject* object) {
+VEKZOLGraphVertex* FindVertexOf(const VertexMap& vertices, VEKIZOLObject* object) {
   if (object == nullptr) {
     return nullptr;
   }
   CString id;
   object->GetID(id);
-  const auto found = vertices.find(id);
-  return found == vertices.end() ? nullptr : found->second;
+  const auto* found = vertices.Find(id);
+  return found == nullptr ? nullptr : found->second;
 }
 
 // Deletes what the maps own, vertices first, each map in id order, and
 // empties them.
-void DeleteOwned(std::map<CString, VEKZOLGraphVertex*>& vertices,
-                 std::map<CString, VEKZOLGraphEdge*>& edges) {
-  for (auto& entry : vertices) {
+void DeleteOwned(VertexMap& vertices, EdgeMap& edges) {
+  for (const auto& entry : vertices) {
     delete entry.second;
   }
-  for (auto& entry : edges) {
+  for (const auto& entry : edges) {
     delete entry.second;
   }
   vertices.clear();
@@ -46,52 +51,60 @@ void DeleteOwned(std::map<CString, VEKZOLGraphVertex*>& vertices,
 
 }  // namespace
 
-VEKZOLGraph::VEKZOLGraph(CString name) : m_Name(std::move(name)) {}
+VEKZOLGraph::VEKZOLGraph(CString name) : m_Vertices(nullptr), m_Edges(nullptr) {
+  auto vertices = std::make_unique<VertexMap>();
+  auto edges = std::make_unique<EdgeMap>();
+  m_Name = std::move(name);
+  m_Vertices = vertices.release();
+  m_Edges = edges.release();
+}
 
 // Links are not copied but made again from the relations: all vertices go in
 // before the first edge, so every end present in the source is found, and
 // the edge lists of each vertex follow the order of the edge ids.
 VEKZOLGraph::VEKZOLGraph(VEKZOLGraph& source, CString name, bool keepIdentPaths)
-    : m_Name(std::move(name)) {
-  try {
-    for (const auto& entry : source.m_Vertices) {
-      VEKZOLGraphVertex* sourceVertex = entry.second;
-      if (sourceVertex == nullptr || sourceVertex->m_Object == nullptr) {
-        continue;
-      }
-      VEKZOLGraphVertex* vertex = nullptr;
-      AddVertex(sourceVertex->m_Object, vertex);
-      if (vertex != nullptr && keepIdentPaths) {
-        vertex->m_IdentPath = sourceVertex->m_IdentPath;
-      }
+    : VEKZOLGraph(std::move(name)) {
+  // The delegated constructor has finished, so should a step below fail,
+  // the destructor runs and frees what was made so far.
+  m_Vertices->Reserve(source.m_Vertices->size());
+  for (const auto& entry : *source.m_Vertices) {
+    VEKZOLGraphVertex* sourceVertex = entry.second;
+    if (sourceVertex == nullptr || sourceVertex->m_Object == nullptr) {
+      continue;
     }
-    for (const auto& entry : source.m_Edges) {
-      VEKZOLGraphEdge* sourceEdge = entry.second;
-      if (sourceEdge == nullptr || sourceEdge->m_Relation == nullptr) {
-        continue;
-      }
-      VEKZOLGraphEdge* edge = nullptr;
-      AddEdge(sourceEdge->m_Relation, edge);
+    VEKZOLGraphVertex* vertex = nullptr;
+    AddVertex(sourceVertex->m_Object, vertex);
+    if (vertex != nullptr && keepIdentPaths) {
+      vertex->m_IdentPath = sourceVertex->m_IdentPath;
     }
-  } catch (...) {
-    // No destructor runs for a half-made object: free what was made so far.
-    DeleteOwned(m_Vertices, m_Edges);
-    throw;
+  }
+  m_Edges->Reserve(source.m_Edges->size());
+  for (const auto& entry : *source.m_Edges) {
+    VEKZOLGraphEdge* sourceEdge = entry.second;
+    if (sourceEdge == nullptr || sourceEdge->m_Relation == nullptr) {
+      continue;
+    }
+    VEKZOLGraphEdge* edge = nullptr;
+    AddEdge(sourceEdge->m_Relation, edge);
   }
 }
 
 // Shares the other graph's vertices and edges; what this graph held is
 // forgotten, not deleted (the caller destroys only one of the two).
 VEKZOLGraph& VEKZOLGraph::operator=(const VEKZOLGraph& other) {
-  m_Vertices = other.m_Vertices;
-  m_Edges = other.m_Edges;
+  if (this != &other) {
+    *m_Vertices = *other.m_Vertices;
+    *m_Edges = *other.m_Edges;
+  }
   m_Name = other.m_Name;
   return *this;
 }
 
 VEKZOLGraph::~VEKZOLGraph() {
   m_Name.Empty();
-  DeleteOwned(m_Vertices, m_Edges);
+  DeleteOwned(*m_Vertices, *m_Edges);
+  delete m_Vertices;
+  delete m_Edges;
 }
 
 long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
@@ -102,7 +115,10 @@ long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
   VEKZOLLog::WriteMsg("Info:\t Build Graph -->", 0);
   // Every vertex first, so that each edge finds its ends whatever the order
   // of the two lists. Duplicates are settled by AddVertex/AddEdge: the first
-  // in each deque wins.
+  // in each deque wins. The maps take room for all at once and are sorted
+  // once at the end.
+  m_Vertices->Reserve(objects.size());
+  m_Edges->Reserve(relations.size());
   for (VEKIZOLObject* object : objects) {
     if (object != nullptr) {
       VEKZOLGraphVertex* vertex = nullptr;
@@ -115,6 +131,8 @@ long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
       AddEdge(relation, edge);
     }
   }
+  m_Vertices->Sort();
+  m_Edges->Sort();
   VEKZOLLog::WriteMsg("Info:\t Build Graph <--", 0);
   // A completed build answers E_FAIL: callers read the graph, not the status.
   return E_FAIL;
@@ -126,14 +144,14 @@ long VEKZOLGraph::AddVertex(VEKIZOLObject* object, VEKZOLGraphVertex*& vertex) {
   }
   CString id;
   object->GetID(id);  // the status says nothing about the id
-  auto slot = m_Vertices.lower_bound(id);
-  if (slot != m_Vertices.end() && !m_Vertices.key_comp()(id, slot->first)) {
+  const auto spot = m_Vertices->Locate(id);
+  if (spot.entry != nullptr) {
     // The first object with an id stays behind the vertex for good.
-    vertex = slot->second;
+    vertex = spot.entry->second;
     return S_FALSE;
   }
   auto created = std::make_unique<VEKZOLGraphVertex>(object);
-  m_Vertices.emplace_hint(slot, std::move(id), created.get());
+  m_Vertices->Add(spot, id, created.get());
   vertex = created.release();
   return S_OK;
 }
@@ -143,15 +161,15 @@ long VEKZOLGraph::AddEdge(VEKIZOLRelation* relation, VEKZOLGraphEdge*& edge) {
     return E_INVALIDARG;
   }
   CString id = relation->GetID();
-  auto slot = m_Edges.lower_bound(id);
-  if (slot != m_Edges.end() && !m_Edges.key_comp()(id, slot->first)) {
+  const auto spot = m_Edges->Locate(id);
+  if (spot.entry != nullptr) {
     // Already linked when it went in: the ends of this relation are not read.
-    edge = slot->second;
+    edge = spot.entry->second;
     return S_FALSE;
   }
   auto created = std::make_unique<VEKZOLGraphEdge>(relation);
   VEKZOLGraphEdge* added = created.get();
-  m_Edges.emplace_hint(slot, std::move(id), added);
+  m_Edges->Add(spot, id, added);
   created.release();
   edge = added;
 
@@ -161,14 +179,14 @@ long VEKZOLGraph::AddEdge(VEKIZOLRelation* relation, VEKZOLGraphEdge*& edge) {
   // append leaves no half-linked edge.
   VEKIZOLObject* source = nullptr;
   relation->GetSourceObject(source);
-  if (VEKZOLGraphVertex* parent = FindVertexOf(m_Vertices, source)) {
+  if (VEKZOLGraphVertex* parent = FindVertexOf(*m_Vertices, source)) {
     parent->m_ChildEdges.push_back(added);
     added->m_Parent = parent;
     parent->m_IsLeaf = false;
   }
   VEKIZOLObject* target = nullptr;
   relation->GetTargetObject(target);
-  if (VEKZOLGraphVertex* child = FindVertexOf(m_Vertices, target)) {
+  if (VEKZOLGraphVertex* child = FindVertexOf(*m_Vertices, target)) {
     child->m_ParentEdges.push_back(added);
     added->m_Child = child;
     child->m_IsRoot = false;
@@ -180,8 +198,8 @@ long VEKZOLGraph::GetVertex(const CString& id, VEKZOLGraphVertex*& vertex) {
   if (id.IsEmpty()) {
     return E_INVALIDARG;
   }
-  const auto found = m_Vertices.find(id);
-  if (found == m_Vertices.end()) {
+  const auto* found = m_Vertices->Find(id);
+  if (found == nullptr) {
     return E_FAIL;
   }
   vertex = found->second;
@@ -192,8 +210,8 @@ long VEKZOLGraph::GetEdge(const CString& id, VEKZOLGraphEdge*& edge) {
   if (id.IsEmpty()) {
     return E_INVALIDARG;
   }
-  const auto found = m_Edges.find(id);
-  if (found == m_Edges.end()) {
+  const auto* found = m_Edges->Find(id);
+  if (found == nullptr) {
     return E_FAIL;
   }
   edge = found->second;
@@ -203,7 +221,7 @@ long VEKZOLGraph::GetEdge(const CString& id, VEKZOLGraphEdge*& edge) {
 // Forgets without deleting: pointers held elsewhere stay valid, and their
 // owner is now whoever holds them. The status is E_FAIL on every call.
 long VEKZOLGraph::Cleanup() {
-  m_Vertices.clear();
-  m_Edges.clear();
+  m_Vertices->clear();
+  m_Edges->clear();
   return E_FAIL;
 }

@@ -14,6 +14,7 @@
 #include <vekzol/platform/Status.h>
 
 #include "graphs/GraphWalk.h"
+#include "graphs/IdMap.h"
 
 namespace {
 
@@ -49,7 +50,7 @@ class AppendLeaves {
 }  // namespace
 
 long VEKZOLGraph::GetRoots(std::deque<VEKZOLGraphVertex*>& roots) {
-  for (const auto& entry : m_Vertices) {
+  for (const auto& entry : *m_Vertices) {
     if (entry.second != nullptr && entry.second->m_IsRoot) {
       roots.push_back(entry.second);
     }
@@ -63,7 +64,7 @@ long VEKZOLGraph::GetRoots(std::deque<VEKZOLGraphVertex*>& roots,
   GetRoots(roots);
   // Edges without parent vertex come in from outside the graph: their
   // source object is no vertex here.
-  for (const auto& entry : m_Edges) {
+  for (const auto& entry : *m_Edges) {
     if (entry.second != nullptr && entry.second->m_Parent == nullptr) {
       rootEdges.push_back(entry.second);
     }
@@ -72,7 +73,7 @@ long VEKZOLGraph::GetRoots(std::deque<VEKZOLGraphVertex*>& roots,
 }
 
 long VEKZOLGraph::GetLeaves(std::deque<VEKZOLGraphVertex*>& leaves) {
-  for (const auto& entry : m_Vertices) {
+  for (const auto& entry : *m_Vertices) {
     if (entry.second != nullptr && entry.second->m_IsLeaf) {
       leaves.push_back(entry.second);
     }
@@ -98,12 +99,11 @@ long VEKZOLGraph::GetAllChildren(const CString& id, std::deque<VEKZOLGraphVertex
   // A vertex of that id wins; otherwise the id may name an edge, and the
   // walk starts at its child vertex, which is not appended itself.
   VEKZOLGraphVertex* start = nullptr;
-  const auto vertex = m_Vertices.find(id);
-  if (vertex != m_Vertices.end()) {
+  if (const auto* vertex = m_Vertices->Find(id)) {
     start = vertex->second;
   } else {
-    const auto edge = m_Edges.find(id);
-    if (edge == m_Edges.end() || edge->second == nullptr) {
+    const auto* edge = m_Edges->Find(id);
+    if (edge == nullptr || edge->second == nullptr) {
       return E_FAIL;
     }
     start = edge->second->m_Child;
@@ -132,22 +132,22 @@ long VEKZOLGraph::GetAllLeaves(const CString& id, std::deque<VEKZOLGraphVertex*>
   if (id.IsEmpty()) {
     return E_INVALIDARG;
   }
-  const auto found = m_Vertices.find(id);
-  if (found == m_Vertices.end() || found->second == nullptr) {
+  const auto* found = m_Vertices->Find(id);
+  if (found == nullptr || found->second == nullptr) {
     return E_FAIL;
   }
   return GetAllLeaves(found->second, leaves);
 }
 
 long VEKZOLGraph::GetAllVertices(std::deque<VEKZOLGraphVertex*>& vertices) {
-  for (const auto& entry : m_Vertices) {
+  for (const auto& entry : *m_Vertices) {
     vertices.push_back(entry.second);
   }
   return S_OK;
 }
 
 long VEKZOLGraph::GetAllEdges(std::deque<VEKZOLGraphEdge*>& edges) {
-  for (const auto& entry : m_Edges) {
+  for (const auto& entry : *m_Edges) {
     edges.push_back(entry.second);
   }
   return S_OK;

@@ -15,6 +15,7 @@
 
 #include "graphs/GraphTextPieces.h"
 #include "graphs/GraphWalk.h"
+#include "graphs/IdMap.h"
 
 namespace {
 
@@ -70,21 +71,21 @@ class TreeLines {
 
 CString VEKZOLGraph::ToString() {
   CString text("Graph:\n\n");
-  AppendCounts(text, m_Vertices.size(), m_Edges.size());
+  AppendCounts(text, m_Vertices->size(), m_Edges->size());
   text += "\n";
-  for (const auto& entry : m_Vertices) {
+  for (const auto& entry : *m_Vertices) {
     if (entry.second != nullptr) {
       text += entry.second->ToString();
     }
   }
-  for (const auto& entry : m_Edges) {
+  for (const auto& entry : *m_Edges) {
     if (entry.second != nullptr) {
       text += entry.second->ToString();
     }
   }
   text += "\n";
   text += "Graph Summary:\n\n";
-  AppendCounts(text, m_Vertices.size(), m_Edges.size());
+  AppendCounts(text, m_Vertices->size(), m_Edges->size());
   text += "\n";
   text += Dump();
   return text;
@@ -94,7 +95,7 @@ CString VEKZOLGraph::Dump() {
   CString text("Graph: ");
   text += m_Name;
   text += "\n\n";
-  AppendCounts(text, m_Vertices.size(), m_Edges.size());
+  AppendCounts(text, m_Vertices->size(), m_Edges->size());
   text += "\n";
   CString treeText;
   std::deque<VEKZOLGraphVertex*> roots;

@@ -1,14 +1,15 @@
 // File: CString.cpp
-// CString over std::string. The operations follow the algorithms of ATL's
-// CStringT<char> step by step, so that edge cases (clamped arguments,
-// embedded NULs, where a search stops) come out as host code expects. A
-// "character" is what platform::Mbsinc steps over: one whole UTF-8 sequence
-// on POSIX. The functions that ATL builds on the C runtime's NUL-terminated
-// multi-byte routines stop at the first NUL as those do.
+// CString over a shared, reference-counted text block (see CString.h). The operations follow the
+// algorithms of ATL's CStringT<char> step by step, so that edge cases (clamped arguments, embedded
+// NULs, where a search stops) come out as host code expects. A "character" is what platform::Mbsinc
+// steps over: one whole UTF-8 sequence on POSIX. The functions that ATL builds on the C runtime's
+// NUL-terminated multi-byte routines stop at the first NUL as those do.
 #include <vekzol/platform/CString.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
 #include <cstring>
 #include <limits>
@@ -17,6 +18,7 @@
 #include <utility>
 
 #include "platform/MbString.h"
+#include "platform/TextOrder.h"
 
 namespace {
 
@@ -102,6 +104,12 @@ HRESULT FormatStatus(std::string& out, const char* format, va_list args, HRESULT
   }
 }
 
+// The length of a text as a CString length; longer texts cannot be held.
+inline int CheckedLength(size_t length) {
+  if (length > static_cast<size_t>(std::numeric_limits<int>::max() - 64)) AtlThrow(E_OUTOFMEMORY);
+  return static_cast<int>(length);
+}
+
 // Throws E_FAIL for a null text, as ATL's ATLENSURE in Compare does.
 inline const char* EnsureText(const char* text) {
   if (text == nullptr) AtlThrow(E_FAIL);
@@ -110,90 +118,250 @@ inline const char* EnsureText(const char* text) {
 
 }  // namespace
 
+// --- The shared text block --------------------------------------------------------------------
+
+namespace {
+
+// The empty text of every CString: a header and eight NUL bytes, never
+// counted, never written, never freed.
+struct EmptyBlock {
+  std::atomic<int> refs;
+  int length;
+  int capacity;
+  int reserved;
+  alignas(8) char text[8];
+};
+EmptyBlock g_emptyBlock = {{0}, 0, 0, 0, {}};
+
+// Bytes of text area for `capacity` bytes and the NUL, padded to eight.
+inline size_t TextAreaSize(int capacity) {
+  return (static_cast<size_t>(capacity) + 8) & ~static_cast<size_t>(7);
+}
+
+}  // namespace
+
+char* CString::EmptyText() noexcept { return g_emptyBlock.text; }
+
+char* CString::Allocate(int capacity) {
+  static_assert(sizeof(Header) == 16, "the text must start eight-byte aligned");
+  static_assert(offsetof(EmptyBlock, text) == sizeof(Header), "the empty block is a block");
+  if (capacity < 0 || capacity > std::numeric_limits<int>::max() - 64) AtlThrow(E_OUTOFMEMORY);
+  const size_t area = TextAreaSize(capacity);
+  void* block = nullptr;
+  try {
+    block = ::operator new(sizeof(Header) + area);
+  } catch (const std::bad_alloc&) {
+    AtlThrow(E_OUTOFMEMORY);
+  }
+  Header* header = new (block) Header;
+  header->refs.store(1, std::memory_order_relaxed);
+  header->length = 0;
+  header->capacity = capacity;
+  header->reserved = 0;
+  char* text = reinterpret_cast<char*>(header + 1);
+  // The padding is read, eight bytes at a time, by order and equality.
+  std::memset(text, 0, area);
+  return text;
+}
+
+void CString::Release(char* text) noexcept {
+  if (text == EmptyText()) return;
+  Header* header = HeaderOf(text);
+  // An unshared block has this string as its only owner.
+  if (header->refs.load(std::memory_order_relaxed) == kUnshared ||
+      header->refs.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+    header->~Header();
+    ::operator delete(header);
+  }
+}
+
+char* CString::Share(const CString& other) {
+  char* text = other.m_Text;
+  if (text == EmptyText()) return text;
+  Header* header = HeaderOf(text);
+  if (header->refs.load(std::memory_order_relaxed) == kUnshared) {
+    // Its buffer is out with a writer: the copy gets a text of its own.
+    char* copy = Allocate(header->length);
+    std::memcpy(copy, text, static_cast<size_t>(header->length));
+    HeaderOf(copy)->length = header->length;
+    return copy;
+  }
+  header->refs.fetch_add(1, std::memory_order_relaxed);
+  return text;
+}
+
+bool CString::IsShared() const noexcept {
+  return m_Text == EmptyText() || HeaderOf(m_Text)->refs.load(std::memory_order_acquire) > 1;
+}
+
+char* CString::MakeWritable(int capacity) {
+  Header* header = HeaderOf(m_Text);
+  if (!IsShared() && header->capacity >= capacity) return m_Text;
+  char* text = Allocate(capacity);
+  const int kept = std::min(header->length, capacity);
+  std::memcpy(text, m_Text, static_cast<size_t>(kept));
+  HeaderOf(text)->length = kept;
+  Release(m_Text);
+  m_Text = text;
+  return text;
+}
+
+void CString::SetLength(int length) noexcept {
+  HeaderOf(m_Text)->length = length;
+  m_Text[length] = '\0';
+}
+
+void CString::AssignBytes(const char* bytes, int length) {
+  if (length == 0) {
+    Empty();
+    return;
+  }
+  Header* header = HeaderOf(m_Text);
+  if (!IsShared() && header->capacity >= length) {
+    // `bytes` may lie inside this text.
+    std::memmove(m_Text, bytes, static_cast<size_t>(length));
+    SetLength(length);
+    return;
+  }
+  // The old text stays alive until the new one holds the bytes, which may
+  // come from it.
+  char* text = Allocate(length);
+  std::memcpy(text, bytes, static_cast<size_t>(length));
+  Release(m_Text);
+  m_Text = text;
+  SetLength(length);
+}
+
+void CString::AppendBytes(const char* bytes, int length) {
+  if (length <= 0) return;
+  const int old = GetLength();
+  if (length > std::numeric_limits<int>::max() - 64 - old) AtlThrow(E_OUTOFMEMORY);
+  const int needed = old + length;
+  Header* header = HeaderOf(m_Text);
+  if (!IsShared() && header->capacity >= needed) {
+    std::memmove(m_Text + old, bytes, static_cast<size_t>(length));
+    SetLength(needed);
+    return;
+  }
+  // Room grows by half, so a run of appends costs linear time.
+  const long long grown = static_cast<long long>(old) + old / 2;
+  const int capacity = static_cast<int>(std::min<long long>(std::max<long long>(needed, grown),
+                                                            std::numeric_limits<int>::max() - 64));
+  char* text = Allocate(capacity);
+  std::memcpy(text, m_Text, static_cast<size_t>(old));
+  std::memcpy(text + old, bytes, static_cast<size_t>(length));
+  Release(m_Text);
+  m_Text = text;
+  SetLength(needed);
+}
+
+void CString::DropFront(int count) {
+  if (count > 0) AssignBytes(m_Text + count, GetLength() - count);
+}
+
+void CString::Resize(int length) {
+  const int old = GetLength();
+  if (length == old && !IsShared()) return;
+  char* text = MakeWritable(length);
+  if (length > old) std::memset(text + old, 0, static_cast<size_t>(length - old));
+  SetLength(length);
+}
+
 // --- Construction and assignment ---------------------------------------------------------------
 
-CString::CString() = default;
+CString::CString() : m_Text(EmptyText()) {}
 
-CString::CString(const CString& other) {
-  Guarded([&] { m_Text = other.m_Text; });
+CString::CString(const CString& other) : m_Text(Share(other)) {}
+
+CString::CString(CString&& other) noexcept : m_Text(other.m_Text) { other.m_Text = EmptyText(); }
+
+CString::CString(const char* text) : m_Text(EmptyText()) {
+  if (text != nullptr) AssignBytes(text, CheckedLength(std::strlen(text)));
 }
 
-CString::CString(CString&& other) noexcept : m_Text(std::move(other.m_Text)) {
-  other.m_Text.clear();
-}
-
-CString::CString(const char* text) {
-  if (text != nullptr) Guarded([&] { m_Text.assign(text); });
-}
-
-CString::CString(const char* text, int length) {
+CString::CString(const char* text, int length) : m_Text(EmptyText()) {
   if (length < 0 || (text == nullptr && length != 0)) AtlThrow(E_INVALIDARG);
-  if (length > 0) Guarded([&] { m_Text.assign(text, static_cast<size_t>(length)); });
+  if (length > 0) AssignBytes(text, length);
 }
 
-CString::CString(char ch, int count) {
-  if (count > 0) Guarded([&] { m_Text.assign(static_cast<size_t>(count), ch); });
+CString::CString(char ch, int count) : m_Text(EmptyText()) {
+  if (count > 0) {
+    MakeWritable(count);
+    std::memset(m_Text, ch, static_cast<size_t>(count));
+    SetLength(count);
+  }
 }
 
-CString::CString(const std::string& text) {
-  Guarded([&] { m_Text = text; });
+CString::CString(const std::string& text) : m_Text(EmptyText()) {
+  AssignBytes(text.data(), CheckedLength(text.size()));
 }
 
-CString::~CString() = default;
+CString::~CString() { Release(m_Text); }
 
 CString& CString::operator=(const CString& other) {
-  Guarded([&] { m_Text = other.m_Text; });
+  // Shared first, so that assigning a string to itself keeps its text.
+  char* text = Share(other);
+  Release(m_Text);
+  m_Text = text;
   return *this;
 }
 
 CString& CString::operator=(CString&& other) noexcept {
   if (this != &other) {
-    m_Text = std::move(other.m_Text);
-    other.m_Text.clear();
+    Release(m_Text);
+    m_Text = other.m_Text;
+    other.m_Text = EmptyText();
   }
   return *this;
 }
 
 CString& CString::operator=(const char* text) {
-  // assign() copes with a text that points into this string.
-  Guarded([&] { text != nullptr ? m_Text.assign(text) : m_Text.assign(""); });
+  // AssignBytes copes with a text that points into this string.
+  if (text == nullptr) {
+    Empty();
+  } else {
+    AssignBytes(text, CheckedLength(std::strlen(text)));
+  }
   return *this;
 }
 
 CString& CString::operator=(char ch) {
-  Guarded([&] { m_Text.assign(1, ch); });
+  AssignBytes(&ch, 1);
   return *this;
 }
 
 CString& CString::operator+=(const CString& other) {
-  Guarded([&] { m_Text.append(other.m_Text); });
+  AppendBytes(other.GetString(), other.GetLength());
   return *this;
 }
 
 CString& CString::operator+=(const char* text) {
-  if (text != nullptr) Guarded([&] { m_Text.append(text); });
+  if (text != nullptr) AppendBytes(text, CheckedLength(std::strlen(text)));
   return *this;
 }
 
 CString& CString::operator+=(char ch) {
-  Guarded([&] { m_Text.push_back(ch); });
+  AppendBytes(&ch, 1);
   return *this;
 }
 
 // --- Size and access ---------------------------------------------------------------------------
 
-void CString::Empty() noexcept { m_Text.clear(); }
+void CString::Empty() noexcept {
+  Release(m_Text);
+  m_Text = EmptyText();
+}
 
 char CString::GetAt(int index) const {
   if (index < 0 || index > GetLength()) AtlThrow(E_INVALIDARG);
-  return m_Text.c_str()[index];
+  return m_Text[index];
 }
 
 char CString::operator[](int index) const { return GetAt(index); }
 
 void CString::SetAt(int index, char ch) {
   if (index < 0 || index >= GetLength()) AtlThrow(E_INVALIDARG);
-  m_Text[static_cast<size_t>(index)] = ch;
+  MakeWritable(GetLength())[index] = ch;
 }
 
 // --- Comparison --------------------------------------------------------------------------------
@@ -308,14 +476,18 @@ int CString::Replace(char oldCh, char newCh) {
   if (oldCh == newCh) return 0;
   int count = 0;
   // Every character up to the length, embedded NULs included; the lead
-  // byte decides, and the step is taken after the change, as in ATL.
-  size_t i = 0;
-  while (i < m_Text.size()) {
-    if (m_Text[i] == oldCh) {
-      m_Text[i] = newCh;
+  // byte decides, and the step is taken after the change, as in ATL. The
+  // text is made this string's own at the first hit only.
+  const int length = GetLength();
+  char* text = m_Text;
+  int i = 0;
+  while (i < length) {
+    if (text[i] == oldCh) {
+      if (count == 0) text = MakeWritable(length);
+      text[i] = newCh;
       ++count;
     }
-    i += CharLength(m_Text.c_str() + i);
+    i += static_cast<int>(CharLength(text + i));
   }
   return count;
 }
@@ -326,8 +498,8 @@ int CString::Replace(const char* oldText, const char* newText) {
   if (newText == nullptr) newText = "";
   // The search runs over each NUL-separated piece of the string, as ATL's
   // does; the new text is built aside, so `newText` may point into this.
-  const char* begin = m_Text.c_str();
-  const char* end = begin + m_Text.size();
+  const char* begin = m_Text;
+  const char* end = begin + GetLength();
   int count = 0;
   std::string result;
   Guarded([&] {
@@ -336,46 +508,59 @@ int CString::Replace(const char* oldText, const char* newText) {
       for (const char* hit = piece; (hit = vekzol::platform::Mbsstr(hit, oldText)) != nullptr;
            hit += oldLength) {
         const size_t at = static_cast<size_t>(hit - begin);
-        result.append(m_Text, copied, at - copied);
+        result.append(begin + copied, at - copied);
         result.append(newText);
         copied = at + oldLength;
         ++count;
       }
     }
-    if (count > 0) result.append(m_Text, copied, std::string::npos);
+    if (count > 0) result.append(begin + copied, static_cast<size_t>(end - begin) - copied);
   });
-  if (count > 0) m_Text.swap(result);
+  if (count > 0) AssignBytes(result.data(), CheckedLength(result.size()));
   return count;
 }
 
 int CString::Remove(char ch) {
   // Whole characters whose lead byte is `ch` go, as in ATL; the result is
   // the number of bytes removed.
-  const size_t length = m_Text.size();
-  size_t source = 0;
-  size_t dest = 0;
+  const int length = GetLength();
+  if (std::memchr(m_Text, ch, static_cast<size_t>(length)) == nullptr) return 0;
+  char* text = MakeWritable(length);
+  int source = 0;
+  int dest = 0;
   while (source < length) {
-    const size_t step = CharLength(m_Text.c_str() + source);
-    if (m_Text[source] != ch) {
-      std::memmove(&m_Text[dest], &m_Text[source], step);
+    const int step = static_cast<int>(CharLength(text + source));
+    if (text[source] != ch) {
+      std::memmove(text + dest, text + source, static_cast<size_t>(step));
       dest += step;
     }
     source += step;
   }
-  m_Text.resize(dest);
-  return static_cast<int>(length - dest);
+  SetLength(dest);
+  return length - dest;
 }
 
 int CString::Insert(int index, char ch) {
-  index = std::clamp(index, 0, GetLength());
-  Guarded([&] { m_Text.insert(static_cast<size_t>(index), 1, ch); });
-  return GetLength();
+  const char text[1] = {ch};
+  return Insert(index, text, 1);
 }
 
 int CString::Insert(int index, const char* text) {
+  if (text == nullptr) return GetLength();
+  return Insert(index, text, CheckedLength(std::strlen(text)));
+}
+
+int CString::Insert(int index, const char* text, int length) {
   index = std::clamp(index, 0, GetLength());
-  // insert() copes with a text that points into this string.
-  if (text != nullptr) Guarded([&] { m_Text.insert(static_cast<size_t>(index), text); });
+  // Built aside: `text` may point into this string.
+  std::string result;
+  Guarded([&] {
+    result.reserve(static_cast<size_t>(GetLength()) + static_cast<size_t>(length));
+    result.append(m_Text, static_cast<size_t>(index));
+    result.append(text, static_cast<size_t>(length));
+    result.append(m_Text + index, static_cast<size_t>(GetLength() - index));
+  });
+  AssignBytes(result.data(), CheckedLength(result.size()));
   return GetLength();
 }
 
@@ -384,7 +569,11 @@ int CString::Delete(int index, int count) {
   if (count < 0) count = 0;
   const int length = GetLength();
   if (static_cast<long long>(index) + count > length) count = length - index;
-  if (count > 0) m_Text.erase(static_cast<size_t>(index), static_cast<size_t>(count));
+  if (count > 0) {
+    char* text = MakeWritable(length);
+    std::memmove(text + index, text + index + count, static_cast<size_t>(length - index - count));
+    SetLength(length - count);
+  }
   return GetLength();
 }
 
@@ -418,33 +607,33 @@ CString& CString::Trim(char target) { return TrimRight(target).TrimLeft(target);
 CString& CString::Trim(const char* targets) { return TrimRight(targets).TrimLeft(targets); }
 
 CString& CString::TrimLeft() {
-  size_t first = 0;
-  while (IsSpace(m_Text[first])) first += CharLength(m_Text.c_str() + first);
-  m_Text.erase(0, first);
+  int first = 0;
+  while (IsSpace(m_Text[first])) first += static_cast<int>(CharLength(m_Text + first));
+  DropFront(first);
   return *this;
 }
 
 CString& CString::TrimLeft(char target) {
-  size_t first = 0;
-  while (first < m_Text.size() && m_Text[first] == target) {
-    first += CharLength(m_Text.c_str() + first);
+  int first = 0;
+  while (first < GetLength() && m_Text[first] == target) {
+    first += static_cast<int>(CharLength(m_Text + first));
   }
-  m_Text.erase(0, std::min(first, m_Text.size()));
+  DropFront(std::min(first, GetLength()));
   return *this;
 }
 
 CString& CString::TrimLeft(const char* targets) {
   if (targets == nullptr || *targets == '\0') return *this;
-  size_t first = 0;
+  int first = 0;
   while (m_Text[first] != '\0' && SetHasByte(targets, m_Text[first])) {
-    first += CharLength(m_Text.c_str() + first);
+    first += static_cast<int>(CharLength(m_Text + first));
   }
-  m_Text.erase(0, first);
+  DropFront(first);
   return *this;
 }
 
 CString& CString::TrimRight() {
-  const char* begin = m_Text.c_str();
+  const char* begin = m_Text;
   const char* last = nullptr;
   for (const char* p = begin; *p != '\0'; p = Mbsinc(p)) {
     if (!IsSpace(*p)) {
@@ -453,12 +642,12 @@ CString& CString::TrimRight() {
       last = p;
     }
   }
-  if (last != nullptr) m_Text.resize(static_cast<size_t>(last - begin));
+  if (last != nullptr) Resize(static_cast<int>(last - begin));
   return *this;
 }
 
 CString& CString::TrimRight(char target) {
-  const char* begin = m_Text.c_str();
+  const char* begin = m_Text;
   const char* last = nullptr;
   for (const char* p = begin; *p != '\0'; p = Mbsinc(p)) {
     if (*p != target) {
@@ -467,13 +656,13 @@ CString& CString::TrimRight(char target) {
       last = p;
     }
   }
-  if (last != nullptr) m_Text.resize(static_cast<size_t>(last - begin));
+  if (last != nullptr) Resize(static_cast<int>(last - begin));
   return *this;
 }
 
 CString& CString::TrimRight(const char* targets) {
   if (targets == nullptr || *targets == '\0') return *this;
-  const char* begin = m_Text.c_str();
+  const char* begin = m_Text;
   const char* last = nullptr;
   for (const char* p = begin; *p != '\0'; p = Mbsinc(p)) {
     if (!SetHasByte(targets, *p)) {
@@ -482,7 +671,7 @@ CString& CString::TrimRight(const char* targets) {
       last = p;
     }
   }
-  if (last != nullptr) m_Text.resize(static_cast<size_t>(last - begin));
+  if (last != nullptr) Resize(static_cast<int>(last - begin));
   return *this;
 }
 
@@ -490,17 +679,20 @@ CString& CString::TrimRight(const char* targets) {
 // Like `_mbslwr_s`, `_mbsupr_s` and `_mbsrev`, these stop at the first NUL.
 
 CString& CString::MakeLower() {
-  vekzol::platform::Mbslwr(&m_Text[0], std::strlen(m_Text.c_str()));
+  const size_t length = std::strlen(m_Text);
+  if (length > 0) vekzol::platform::Mbslwr(MakeWritable(GetLength()), length);
   return *this;
 }
 
 CString& CString::MakeUpper() {
-  vekzol::platform::Mbsupr(&m_Text[0], std::strlen(m_Text.c_str()));
+  const size_t length = std::strlen(m_Text);
+  if (length > 0) vekzol::platform::Mbsupr(MakeWritable(GetLength()), length);
   return *this;
 }
 
 CString& CString::MakeReverse() {
-  char* begin = &m_Text[0];
+  if (std::strlen(m_Text) < 2) return *this;
+  char* begin = MakeWritable(GetLength());
   char* end = begin + std::strlen(begin);
   // Reverse the bytes of each multi-byte character first, then the whole
   // run: the characters change places and each keeps its byte order.
@@ -527,7 +719,7 @@ void CString::FormatRaw(const char* format, ...) {
   const HRESULT status = FormatStatus(text, format, args, E_INVALIDARG);
   va_end(args);
   if (status != S_OK) AtlThrow(status);
-  m_Text.swap(text);
+  AssignBytes(text.data(), CheckedLength(text.size()));
 }
 
 void CString::AppendFormatRaw(const char* format, ...) {
@@ -539,75 +731,106 @@ void CString::AppendFormatRaw(const char* format, ...) {
   const HRESULT status = FormatStatus(text, format, args, E_FAIL);
   va_end(args);
   if (status != S_OK) AtlThrow(status);
-  Guarded([&] { m_Text.append(text); });
+  AppendBytes(text.data(), CheckedLength(text.size()));
 }
 
 // --- Buffer access -----------------------------------------------------------------------------
-// A std::string has no room past its size that may be written, so a
-// request for a longer buffer grows the string (with NULs) at once;
-// ReleaseBuffer then sets the length that counts.
+// As before this string shared its text, a request for a longer buffer
+// grows the string (with NULs) at once; ReleaseBuffer then sets the length
+// that counts. While the buffer is out the block is marked unshared, so a
+// copy made in between gets its own text.
 
-char* CString::GetBuffer() { return &m_Text[0]; }
+char* CString::GetBuffer() { return GetBuffer(0); }
 
 char* CString::GetBuffer(int minLength) {
   if (minLength < 0) AtlThrow(E_INVALIDARG);
-  if (static_cast<size_t>(minLength) > m_Text.size()) {
-    Guarded([&] { m_Text.resize(static_cast<size_t>(minLength)); });
+  if (minLength > GetLength()) {
+    Resize(minLength);
+  } else {
+    MakeWritable(GetLength());
   }
-  return &m_Text[0];
+  MarkUnshared();
+  return m_Text;
 }
 
 char* CString::GetBufferSetLength(int length) {
   if (length < 0) AtlThrow(E_INVALIDARG);
-  Guarded([&] { m_Text.resize(static_cast<size_t>(length)); });
-  return &m_Text[0];
+  Resize(length);
+  MarkUnshared();
+  return m_Text;
 }
 
 void CString::ReleaseBuffer(int newLength) {
   if (newLength == -1) {
-    newLength = static_cast<int>(std::strlen(m_Text.c_str()));
+    newLength = static_cast<int>(std::strlen(m_Text));
   }
   // The length must lie within the buffer handed out.
   if (newLength < 0 || newLength > GetLength()) AtlThrow(E_INVALIDARG);
-  m_Text.resize(static_cast<size_t>(newLength));
+  if (m_Text == EmptyText()) return;
+  if (newLength != GetLength() || IsShared()) Resize(newLength);
+  HeaderOf(m_Text)->refs.store(1, std::memory_order_release);
+}
+
+void CString::Append(const char* text, int length) {
+  if (length < 0 || (text == nullptr && length != 0)) AtlThrow(E_INVALIDARG);
+  AppendBytes(text, length);
+}
+
+void CString::Preallocate(int length) {
+  if (length < 0) AtlThrow(E_INVALIDARG);
+  if (length > GetLength()) MakeWritable(length);
+}
+
+void CString::MarkUnshared() noexcept {
+  HeaderOf(m_Text)->refs.store(kUnshared, std::memory_order_release);
 }
 
 // --- Free operators ----------------------------------------------------------------------------
+// Each sum is made in one block of the right size.
+
+namespace {
+
+CString Concat(const char* left, int leftLength, const char* right, int rightLength) {
+  CString result;
+  if (rightLength > std::numeric_limits<int>::max() - 64 - leftLength) AtlThrow(E_OUTOFMEMORY);
+  result.Preallocate(leftLength + rightLength);
+  result.Append(left, leftLength);
+  result.Append(right, rightLength);
+  return result;
+}
+
+inline int LengthOf(const char* text) {
+  return text == nullptr ? 0 : CheckedLength(std::strlen(text));
+}
+
+}  // namespace
 
 CString operator+(const CString& left, const CString& right) {
-  CString result(left);
-  result += right;
-  return result;
+  return Concat(left.GetString(), left.GetLength(), right.GetString(), right.GetLength());
 }
 
 CString operator+(const CString& left, const char* right) {
-  CString result(left);
-  result += right;
-  return result;
+  return Concat(left.GetString(), left.GetLength(), right, LengthOf(right));
 }
 
 CString operator+(const char* left, const CString& right) {
-  CString result(left);
-  result += right;
-  return result;
+  return Concat(left, LengthOf(left), right.GetString(), right.GetLength());
 }
 
 CString operator+(const CString& left, char right) {
-  CString result(left);
-  result += right;
-  return result;
+  return Concat(left.GetString(), left.GetLength(), &right, 1);
 }
 
 CString operator+(char left, const CString& right) {
-  CString result(left, 1);
-  result += right;
-  return result;
+  return Concat(&left, 1, right.GetString(), right.GetLength());
 }
 
-// Comparison goes straight to the multi-byte compare on the two buffers:
-// no copy, no allocation (these sit on the hot path of ordered maps).
+// Two CStrings are ordered inline, eight bytes at a time (TextOrder.h): no
+// copy, no allocation, no call per byte (these sit on the hot path of
+// ordered maps). Against a plain character pointer, which carries no
+// padding, the multi-byte compare of the platform decides.
 bool operator==(const CString& left, const CString& right) {
-  return vekzol::platform::Mbscmp(left.GetString(), right.GetString()) == 0;
+  return vekzol::platform::TextEqual(left, right);
 }
 bool operator==(const CString& left, const char* right) { return left.Compare(right) == 0; }
 bool operator==(const char* left, const CString& right) { return right.Compare(left) == 0; }
@@ -616,7 +839,7 @@ bool operator!=(const CString& left, const char* right) { return left.Compare(ri
 bool operator!=(const char* left, const CString& right) { return right.Compare(left) != 0; }
 
 bool operator<(const CString& left, const CString& right) {
-  return vekzol::platform::Mbscmp(left.GetString(), right.GetString()) < 0;
+  return vekzol::platform::TextCompare(left, right) < 0;
 }
 bool operator<(const CString& left, const char* right) { return left.Compare(right) < 0; }
 bool operator<(const char* left, const CString& right) { return right.Compare(left) > 0; }

@@ -6,9 +6,13 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <map>
 #include <new>
 #include <string>
+#include <thread>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -21,6 +25,7 @@
 // CAtlException(E_OUTOFMEMORY).
 namespace {
 bool g_failAllocations = false;
+std::size_t g_allocations = 0;  // every allocation through operator new
 }  // namespace
 
 // GCC pairs `new` with its own built-in idea of the allocator and, once the
@@ -31,6 +36,7 @@ bool g_failAllocations = false;
 #endif
 
 void* operator new(std::size_t size) {
+  ++g_allocations;
   if (g_failAllocations) throw std::bad_alloc();
   if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
   throw std::bad_alloc();
@@ -1285,18 +1291,175 @@ TEST(CStringTest, FailedAllocationRaisesOutOfMemory) {
   EXPECT_STREQ("short", s.GetString());
 }
 
-TEST(CStringTest, FailedCopyRaisesOutOfMemory) {
+// A copy shares the text of its source, so it needs no memory even where
+// every allocation fails; the first change to the copy needs its own text,
+// fails there, and leaves both strings as they were.
+TEST(CStringTest, CopyNeedsNoMemoryAndAFailedChangeLeavesBothStrings) {
   const CString source(kLongText);
   CString target("x");
-  HRESULT copy, assign;
+  HRESULT copy, assign, change;
   {
     FailingAllocations failing;
     copy = StatusRaised([&] { CString duplicate(source); });
     assign = StatusRaised([&] { target = source; });
+    change = StatusRaised([&] { target.SetAt(0, 'A'); });
   }
-  EXPECT_EQ(E_OUTOFMEMORY, copy);
-  EXPECT_EQ(E_OUTOFMEMORY, assign);
-  EXPECT_STREQ("x", target.GetString());
+  EXPECT_EQ(S_OK, copy);
+  EXPECT_EQ(S_OK, assign);
+  EXPECT_EQ(E_OUTOFMEMORY, change);
+  EXPECT_STREQ(kLongText, target.GetString());
+  EXPECT_STREQ(kLongText, source.GetString());
+}
+
+// --- Shared texts ------------------------------------------------------------------------------
+
+// A GUID-shaped id of 40 bytes, as product-lifecycle systems give them.
+const char kGuidId[] = "PRC-3f2504e0-4f89-11d3-9a0c-0305e82c3301";
+
+TEST(CStringTest, CopyOfAFortyByteIdAllocatesNothing) {
+  const CString id(kGuidId);
+  ASSERT_EQ(40, id.GetLength());
+  const std::size_t before = g_allocations;
+  CString copy(id);
+  CString assigned;
+  assigned = copy;
+  CString moved(std::move(assigned));
+  EXPECT_EQ(before, g_allocations);
+  EXPECT_EQ(id.GetString(), copy.GetString());
+  EXPECT_EQ(id.GetString(), moved.GetString());
+  EXPECT_TRUE(assigned.IsEmpty());
+}
+
+TEST(CStringTest, WholeLeftRightAndMidShareTheText) {
+  const CString id(kGuidId);
+  const std::size_t before = g_allocations;
+  EXPECT_EQ(id.GetString(), id.Left(40).GetString());
+  EXPECT_EQ(id.GetString(), id.Right(99).GetString());
+  EXPECT_EQ(id.GetString(), id.Mid(0).GetString());
+  EXPECT_EQ(before, g_allocations);
+}
+
+TEST(CStringTest, EveryChangeToACopyLeavesTheSourceAlone) {
+  const CString source(kGuidId);
+  const std::vector<std::function<void(CString&)>> changes = {
+      [](CString& s) { s.SetAt(0, 'X'); },
+      [](CString& s) { s += "-tail"; },
+      [](CString& s) { s += 'z'; },
+      [](CString& s) { s.Replace('0', 'O'); },
+      [](CString& s) { s.Replace("PRC", "PRD"); },
+      [](CString& s) { s.Remove('-'); },
+      [](CString& s) { s.Insert(3, "++"); },
+      [](CString& s) { s.Insert(3, '+'); },
+      [](CString& s) { s.Delete(0, 4); },
+      [](CString& s) { s.Trim("P3"); },
+      [](CString& s) { s.TrimLeft('P'); },
+      [](CString& s) { s.TrimRight('1'); },
+      [](CString& s) { s.MakeLower(); },
+      [](CString& s) { s.MakeUpper(); },
+      [](CString& s) { s.MakeReverse(); },
+      [](CString& s) { s.Format("%s!", s.GetString()); },
+      [](CString& s) { s.AppendFormat("%d", 7); },
+      [](CString& s) {
+        s.GetBuffer()[1] = 'Q';
+        s.ReleaseBuffer();
+      },
+      [](CString& s) {
+        s.GetBufferSetLength(3);
+        s.ReleaseBuffer();
+      },
+      [](CString& s) {
+        s.GetBuffer(50)[45] = 'W';
+        s.ReleaseBuffer(46);
+      },
+      [](CString& s) { s.Empty(); },
+      [](CString& s) { s = "other"; },
+  };
+  for (std::size_t i = 0; i < changes.size(); ++i) {
+    CString copy(source);
+    changes[i](copy);
+    EXPECT_STREQ(kGuidId, source.GetString()) << "change " << i;
+    EXPECT_EQ(40, source.GetLength()) << "change " << i;
+    EXPECT_NE(std::string(kGuidId), Bytes(copy)) << "change " << i;
+  }
+}
+
+TEST(CStringTest, ACopyMadeWhileTheBufferIsOutKeepsItsOwnText) {
+  CString s("abc");
+  char* buffer = s.GetBuffer();
+  const CString copy(s);
+  EXPECT_NE(copy.GetString(), s.GetString());
+  buffer[0] = 'X';
+  s.ReleaseBuffer();
+  EXPECT_STREQ("Xbc", s.GetString());
+  EXPECT_STREQ("abc", copy.GetString());
+  // Released, the text is shared again by the next copy.
+  const CString shared(s);
+  EXPECT_EQ(shared.GetString(), s.GetString());
+}
+
+TEST(CStringTest, GetBufferOfASharedTextWritesOnlyThisString) {
+  const CString source("abc");
+  CString copy(source);
+  copy.GetBuffer()[2] = 'Z';
+  copy.ReleaseBuffer();
+  EXPECT_STREQ("abZ", copy.GetString());
+  EXPECT_STREQ("abc", source.GetString());
+}
+
+TEST(CStringTest, AppendingToItselfThroughAShareKeepsBothTexts) {
+  CString s(kGuidId);
+  const CString copy(s);
+  s += s;
+  s += s.GetString() + 76;
+  EXPECT_EQ(std::string(kGuidId) + kGuidId + "3301", Bytes(s));
+  EXPECT_STREQ(kGuidId, copy.GetString());
+}
+
+TEST(CStringTest, CopiesDroppedOnSeveralThreadsFreeTheTextOnce) {
+  const CString source(kGuidId);
+  std::vector<std::thread> threads;
+  for (int t = 0; t < 4; ++t) {
+    threads.emplace_back([&source] {
+      for (int i = 0; i < 20000; ++i) {
+        CString copy(source);
+        CString again(copy);
+        if (again.GetLength() != 40) std::abort();
+      }
+    });
+  }
+  for (std::thread& thread : threads) thread.join();
+  EXPECT_STREQ(kGuidId, source.GetString());
+}
+
+TEST(CStringTest, AppendsGrowTheTextByHalfItsLength) {
+  CString s;
+  const std::size_t before = g_allocations;
+  for (int i = 0; i < 10000; ++i) s += 'a';
+  EXPECT_EQ(10000, s.GetLength());
+  // 10000 appends, each block half as large again as the last: a few dozen
+  // allocations, not one per append.
+  EXPECT_LT(g_allocations - before, 40u);
+}
+
+TEST(CStringTest, PreallocateMakesRoomWithoutChangingTheText) {
+  CString s("ab");
+  s.Preallocate(100);
+  EXPECT_STREQ("ab", s.GetString());
+  const std::size_t before = g_allocations;
+  for (int i = 0; i < 98; ++i) s += 'c';
+  EXPECT_EQ(before, g_allocations);
+  EXPECT_EQ(100, s.GetLength());
+  EXPECT_EQ(E_INVALIDARG, StatusRaised([&] { s.Preallocate(-1); }));
+}
+
+TEST(CStringTest, AppendTakesBytesWithNulsAndRefusesANegativeLength) {
+  CString s("a");
+  s.Append("b\0c", 3);
+  EXPECT_EQ(std::string("ab\0c", 4), Bytes(s));
+  EXPECT_EQ(E_INVALIDARG, StatusRaised([&] { s.Append("x", -1); }));
+  EXPECT_EQ(E_INVALIDARG, StatusRaised([&] { s.Append(nullptr, 1); }));
+  s.Append(nullptr, 0);
+  EXPECT_EQ(4, s.GetLength());
 }
 
 }  // namespace

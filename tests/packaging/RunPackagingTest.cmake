@@ -45,10 +45,11 @@ if(MODE STREQUAL "find_package")
     endforeach()
     set(ENV{WINEPATH} "${prefix}/bin")
   else()
-    # The installed shared library carries its SONAME link.
-    file(GLOB sonames "${prefix}/lib*/libVEKZOLBase.so.1")
+    # The installed shared library carries its SONAME link, named after the
+    # major version.
+    file(GLOB sonames "${prefix}/lib*/libVEKZOLBase.so.${SOVERSION}")
     if(NOT sonames)
-      message(FATAL_ERROR "no libVEKZOLBase.so.1 below ${prefix}")
+      message(FATAL_ERROR "no libVEKZOLBase.so.${SOVERSION} below ${prefix}")
     endif()
   endif()
 

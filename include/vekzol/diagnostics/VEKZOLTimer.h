@@ -94,6 +94,9 @@ class VEKZOL_API VEKZOLTimer {
 
  private:
   friend class VEKZOLTimerTestPeer;
+  // The comparison asks whether timers count, to call the intersection
+  // service for each vertex only then.
+  friend class VEKZOLGraphComparator;
 
   // The cached answer of the two switches, read on the first call.
   static bool AreTimersEnabled();

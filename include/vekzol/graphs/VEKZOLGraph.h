@@ -26,7 +26,6 @@
 #define VEKZOL_GRAPHS_VEKZOLGRAPH_H_
 
 #include <deque>
-#include <map>
 
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
@@ -34,6 +33,13 @@
 #include <vekzol/objects/VEKIZOLRelation.h>
 #include <vekzol/platform/CString.h>
 #include <vekzol/platform/Export.h>
+
+namespace vekzol {
+namespace graphs {
+template <typename Value>
+class IdMap;
+}  // namespace graphs
+}  // namespace vekzol
 
 class VEKZOL_API VEKZOLGraph {
  public:
@@ -112,8 +118,11 @@ class VEKZOL_API VEKZOLGraph {
   // blanks and "|__"). E_INVALIDARG for null (text untouched), else E_FAIL.
   long Dump(VEKZOLGraphVertex* vertex, CString& text, int level);
 
-  std::map<CString, VEKZOLGraphVertex*> m_Vertices;
-  std::map<CString, VEKZOLGraphEdge*> m_Edges;
+  // The two maps from id to vertex and to edge, in the library's own
+  // structure: iterated in ascending `_mbscmp` order, looked up by hash,
+  // each entry a key and a pointer. The graph owns them and what they hold.
+  vekzol::graphs::IdMap<VEKZOLGraphVertex>* m_Vertices;
+  vekzol::graphs::IdMap<VEKZOLGraphEdge>* m_Edges;
   CString m_Name;
 
  private:

@@ -15,6 +15,12 @@
 
 class VEKZOLGraphVertex;
 
+namespace vekzol {
+namespace comparison {
+class PassPrefetcher;
+}  // namespace comparison
+}  // namespace vekzol
+
 class VEKZOL_API VEKZOLGraphEdge {
  public:
   explicit VEKZOLGraphEdge(VEKIZOLRelation* relation);
@@ -38,6 +44,9 @@ class VEKZOL_API VEKZOLGraphEdge {
 
  protected:
   friend class VEKZOLGraph;
+  // The comparison reads the fields only to ask memory for what its next
+  // steps will read.
+  friend class vekzol::comparison::PassPrefetcher;
 
   VEKIZOLRelation* m_Relation;
   VEKZOLGraphVertex* m_Parent;

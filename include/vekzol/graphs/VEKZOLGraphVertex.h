@@ -13,13 +13,19 @@
 #define VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
 
 #include <deque>
-#include <vector>
 
+#include <vekzol/graphs/VEKZOLEdgeList.h>
 #include <vekzol/objects/VEKIZOLObject.h>
 #include <vekzol/platform/CString.h>
 #include <vekzol/platform/Export.h>
 
 class VEKZOLGraphEdge;
+
+namespace vekzol {
+namespace comparison {
+class PassPrefetcher;
+}  // namespace comparison
+}  // namespace vekzol
 
 class VEKZOL_API VEKZOLGraphVertex {
  public:
@@ -68,13 +74,16 @@ class VEKZOL_API VEKZOLGraphVertex {
 
  protected:
   friend class VEKZOLGraph;
+  // The comparison reads the fields only to ask memory for what its next
+  // steps will read.
+  friend class vekzol::comparison::PassPrefetcher;
 
   VEKIZOLObject* m_Object;
-  // The edge lists are only appended to by the graph; a vector
-  // costs nothing while empty, where a deque allocates its first block at
-  // construction, which matters for graphs of a million vertices.
-  std::vector<VEKZOLGraphEdge*> m_ParentEdges;
-  std::vector<VEKZOLGraphEdge*> m_ChildEdges;
+  // The edge lists are only appended to by the graph. Each is one pointer
+  // wide and allocates nothing for a single edge (VEKZOLEdgeList.h), which
+  // with a million vertices is most of them.
+  VEKZOLEdgeList m_ParentEdges;
+  VEKZOLEdgeList m_ChildEdges;
   CString m_IdentPath;
   CString m_BackupName;
   bool m_IsLeaf;

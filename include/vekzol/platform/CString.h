@@ -5,7 +5,12 @@
 // CStringT for `char`, so host code written against ATL compiles unchanged.
 //
 // Contract:
-// - Never null, empty by default; copies are independent values.
+// - Never null, empty by default; copies are independent values. A copy
+//   shares the text of its source and counts references to it (the count is
+//   atomic); the first change to a shared text gives the changed string a
+//   text of its own. So copying never allocates, and a copy made on one
+//   thread may be read or dropped on another while the source lives on.
+//   Pointers from GetString stay valid until their own string changes.
 // - Order and equality (Compare, ==, <, ...) follow the multi-byte compare
 //   `_mbscmp`: case-sensitive, unsigned byte order, up to the first NUL.
 //   CompareNoCase follows `_mbsicmp`.
@@ -20,6 +25,7 @@
 #ifndef VEKZOL_PLATFORM_CSTRING_H_
 #define VEKZOL_PLATFORM_CSTRING_H_
 
+#include <atomic>
 #include <cstddef>
 #include <string>
 #include <type_traits>
@@ -56,11 +62,11 @@ class VEKZOL_API CString {
   CString& operator+=(char ch);
 
   // Size and access.
-  int GetLength() const noexcept { return static_cast<int>(m_Text.size()); }
-  bool IsEmpty() const noexcept { return m_Text.empty(); }
+  int GetLength() const noexcept { return HeaderOf(m_Text)->length; }
+  bool IsEmpty() const noexcept { return GetLength() == 0; }
   void Empty() noexcept;
-  const char* GetString() const noexcept { return m_Text.c_str(); }
-  operator const char*() const noexcept { return m_Text.c_str(); }  // NOLINT
+  const char* GetString() const noexcept { return m_Text; }
+  operator const char*() const noexcept { return m_Text; }  // NOLINT
   // Index 0 .. GetLength() (the closing NUL included); else E_INVALIDARG.
   char GetAt(int index) const;
   char operator[](int index) const;
@@ -135,17 +141,65 @@ class VEKZOL_API CString {
   // Direct buffer access, as ATL has it. GetBuffer(n) gives a writable
   // buffer of at least n bytes plus a NUL; ReleaseBuffer(-1) takes the
   // length up to the first NUL, ReleaseBuffer(n) takes n bytes. A negative
-  // size raises E_INVALIDARG.
+  // size raises E_INVALIDARG. Between GetBuffer and ReleaseBuffer the text
+  // is this string's alone: a copy made then gets a text of its own, so
+  // writes through the buffer never reach it.
   char* GetBuffer();
   char* GetBuffer(int minLength);
   char* GetBufferSetLength(int length);
   void ReleaseBuffer(int newLength = -1);
+  // Makes room for `length` bytes without changing the text, so that
+  // appending up to that length allocates no more. A negative length
+  // raises E_INVALIDARG.
+  void Preallocate(int length);
+  // Appends `length` bytes from `text` (embedded NULs kept); `text` may
+  // point into this string. A negative length raises E_INVALIDARG.
+  void Append(const char* text, int length);
 
-  // The bytes as a standard string (for the library's own code and hosts
-  // written in plain C++).
-  const std::string& str() const noexcept { return m_Text; }
+  // A copy of the bytes as a standard string (for the library's own code
+  // and hosts written in plain C++).
+  std::string str() const { return std::string(m_Text, static_cast<size_t>(GetLength())); }
 
  private:
+  // The text lives in one heap block behind this header. `refs` counts the
+  // strings that share the block; kUnshared marks a block whose buffer was
+  // handed out by GetBuffer, which a copy never shares. The empty string of
+  // every CString is one static block that is never counted nor freed. The
+  // block's text area is padded with NULs to a multiple of eight bytes, so
+  // order and equality can read the text eight bytes at a time.
+  struct Header {
+    std::atomic<int> refs;
+    int length;
+    int capacity;
+    int reserved;
+  };
+  static constexpr int kUnshared = -1;
+
+  static const Header* HeaderOf(const char* text) noexcept {
+    return reinterpret_cast<const Header*>(text) - 1;
+  }
+  static Header* HeaderOf(char* text) noexcept { return reinterpret_cast<Header*>(text) - 1; }
+  static char* EmptyText() noexcept;
+  static char* Allocate(int capacity);
+  static void Release(char* text) noexcept;
+  // The text of `other` for a new owner: shared, or copied when unshared.
+  static char* Share(const CString& other);
+  bool IsShared() const noexcept;
+  // Makes the text this string's own, with room for `capacity` bytes; the
+  // first min(length, capacity) bytes are kept. Returns the writable text.
+  char* MakeWritable(int capacity);
+  // Sets the length and writes the closing NUL; the text must be writable.
+  void SetLength(int length) noexcept;
+  void AssignBytes(const char* bytes, int length);
+  void AppendBytes(const char* bytes, int length);
+  // Grows or cuts the text to `length`, new bytes NUL.
+  void Resize(int length);
+  // Removes the first `count` bytes.
+  void DropFront(int count);
+  // Marks the text as handed out for writing (see GetBuffer).
+  void MarkUnshared() noexcept;
+  int Insert(int index, const char* text, int length);
+
   template <typename T>
   static auto PassArg(const T& arg) {
     if constexpr (std::is_same_v<T, CString>) {
@@ -155,7 +209,7 @@ class VEKZOL_API CString {
     }
   }
 
-  std::string m_Text;
+  char* m_Text;
 };
 
 VEKZOL_API CString operator+(const CString& left, const CString& right);

@@ -6,7 +6,9 @@
 #include "comparison/testing/ComparisonModelGenerator.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <random>
 #include <set>
@@ -19,7 +21,28 @@ namespace comparison_model {
 
 namespace {
 
-std::string EdgeId(const char* kind, int child) {
+// A GUID-shaped text after `kind` and a dash: 36 characters of which the
+// last twelve hold `number`, so it is unique per kind and number, and the
+// first twenty-four scatter numbers over the id order.
+std::string GuidId(const char* kind, int number) {
+  uint64_t mixed = static_cast<uint64_t>(number) * 0x9E3779B97F4A7C15ull + std::strlen(kind);
+  mixed ^= mixed >> 31;
+  mixed *= 0xBF58476D1CE4E5B9ull;
+  mixed ^= mixed >> 29;
+  char text[64];
+  std::snprintf(text, sizeof text, "%s-%08x-%04x-%04x-%04x-%012llx", kind,
+                static_cast<unsigned>(mixed >> 32), static_cast<unsigned>((mixed >> 16) & 0xFFFF),
+                static_cast<unsigned>(mixed & 0xFFFF),
+                static_cast<unsigned>((mixed >> 48) ^ 0x8000) & 0xFFFF,
+                static_cast<unsigned long long>(number));
+  return text;
+}
+
+std::string EdgeId(const char* kind, int child, bool guidShaped) {
+  if (guidShaped) {
+    const char* const name = kind[0] == 'R' ? "REL" : kind[0] == 'L' ? "LNK" : "MOV";
+    return GuidId(name, child);
+  }
   char text[32];
   std::snprintf(text, sizeof text, "%s-%07d", kind, child);
   return text;
@@ -69,8 +92,9 @@ void PartRoots(const std::set<int>& vertices, const std::vector<EdgeData>& edges
 
 }  // namespace
 
-std::string ElementId(int element) {
+std::string ElementId(int element, bool guidShaped) {
   static const char* const kKinds[] = {"PRC", "PRD", "RSC"};
+  if (guidShaped) return GuidId(kKinds[element % 3], element);
   char text[32];
   std::snprintf(text, sizeof text, "%s-%07d", kKinds[element % 3], element);
   return text;
@@ -86,7 +110,7 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
   const int addedCount = static_cast<int>(n * options.added);
   const int total = n + addedCount;
   for (int element = 0; element < total; ++element) {
-    model->ids.push_back(ElementId(element));
+    model->ids.push_back(ElementId(element, options.guidIds));
     model->oldNames.push_back("Name " + model->ids.back());
     model->backupNames.push_back(model->oldNames.back());
   }
@@ -100,12 +124,12 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
     const int inTree = element % options.treeSize;
     if (inTree == 0) continue;
     const int parent = element - 1 - static_cast<int>(random() % static_cast<unsigned>(inTree));
-    old.edges.push_back({EdgeId("R", element), parent, element});
+    old.edges.push_back({EdgeId("R", element, options.guidIds), parent, element});
     oldParents[element].push_back(parent);
     if (inTree > 1 && chance(options.extraLinks)) {
       int second = element - 1 - static_cast<int>(random() % static_cast<unsigned>(inTree));
       if (second != parent) {
-        old.edges.push_back({EdgeId("L", element), second, element});
+        old.edges.push_back({EdgeId("L", element, options.guidIds), second, element});
         oldParents[element].push_back(second);
       }
     }
@@ -156,7 +180,7 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
       }
     }
     if (parent < 0) continue;  // no other parent found: it loses its parents all the same
-    const EdgeData edge{EdgeId("M", element), parent, element};
+    const EdgeData edge{EdgeId("M", element, options.guidIds), parent, element};
     now.edges.push_back(edge);
     addedEdges.push_back(edge);
     newParents[element].push_back(parent);
@@ -169,7 +193,7 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
     int parent = static_cast<int>(random() % static_cast<unsigned>(element));
     while (parent < n && removed[parent]) --parent;
     if (parent < 0) continue;
-    const EdgeData edge{EdgeId("R", element), parent, element};
+    const EdgeData edge{EdgeId("R", element, options.guidIds), parent, element};
     now.edges.push_back(edge);
     addedEdges.push_back(edge);
     newParents[element].push_back(parent);

@@ -36,6 +36,10 @@ struct GeneratorOptions {
   double moved = 0.02;        // share of old elements under another parent
   double renamed = 0.02;      // share of common elements with a changed name
   uint32_t seed = 12345;
+  // Ids of 40 bytes shaped as product-lifecycle systems give them, a kind
+  // and a GUID ("PRC-3f2504e0-4f89-11d3-9a0c-0305e82c3301"), instead of
+  // the 11-byte "PRC-0001234".
+  bool guidIds = false;
 };
 
 // One relation as plain data.
@@ -78,8 +82,10 @@ struct GeneratedModel {
   std::vector<std::string> backupNames;
 };
 
-// "PRC-0001234", "PRD-..." or "RSC-..." by the element number.
-std::string ElementId(int element);
+// "PRC-0001234", "PRD-..." or "RSC-..." by the element number; with
+// `guidShaped` the kind and a GUID made from the number (unique per
+// number, scattered in order).
+std::string ElementId(int element, bool guidShaped = false);
 
 std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options);
 

@@ -1,0 +1,263 @@
+// File: IdMap.h
+// IdMap: the map from id to vertex or edge that each graph keeps twice.
+// It answers what an ordered map of CString keys answers (iteration in
+// ascending `_mbscmp` order, exact case-sensitive look-up, the first entry
+// of a key wins) at the pace of flat arrays:
+//
+// - The entries lie in one vector: a sorted prefix, then the entries added
+//   since the last ordered read, in the order they came. The first ordered
+//   read (begin, end, Sort) sorts that tail and merges it into the prefix,
+//   so a bulk build sorts once and the merge is paid by the read, which
+//   walks every entry anyway. An entry added above the last sorted key
+//   extends the prefix at once, so ids added in order never need a sort.
+// - An open-addressing table finds a key in O(1), sorted or not: linear
+//   probing, at most four fifths full, 4 bytes a slot holding the entry's
+//   index and, in the bits the index leaves free, a few bits of the key's
+//   hash, so a probe passes most other keys without reading them. It is
+//   rebuilt after a sort and when it grows, from hashes of the keys.
+//
+// Keys compare and hash up to their first NUL, as `_mbscmp` compares, so
+// two keys that `_mbscmp` calls equal are one key here too. Values are
+// borrowed pointers and may be null. Not synchronised: a const read may
+// sort, like every read of the graph's maps on one thread at a time.
+#ifndef VEKZOL_SRC_GRAPHS_IDMAP_H_
+#define VEKZOL_SRC_GRAPHS_IDMAP_H_
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include <vekzol/platform/CAtlException.h>
+#include <vekzol/platform/CString.h>
+#include <vekzol/platform/Status.h>
+
+#include "platform/TextOrder.h"
+
+namespace vekzol {
+namespace graphs {
+
+// A hash of the bytes of `text` up to its first NUL. The text must be a
+// CString's, padded with NULs to a multiple of eight bytes.
+inline uint32_t HashText(const char* text) noexcept {
+  constexpr uint64_t kOnes = 0x0101010101010101ull;
+  constexpr uint64_t kHighs = 0x8080808080808080ull;
+  constexpr uint64_t kMultiplier = 0x9E3779B97F4A7C15ull;
+  uint64_t hash = 0x243F6A8885A308D3ull;
+  for (size_t i = 0;; i += 8) {
+    uint64_t word;
+    std::memcpy(&word, text + i, 8);
+    const uint64_t zeros = (word - kOnes) & ~word & kHighs;
+    if (zeros != 0) {
+      // Only the bytes before the first NUL count.
+      const unsigned nul = static_cast<unsigned>(__builtin_ctzll(zeros)) & ~7u;
+      word = nul == 0 ? 0 : (word & (~0ull >> (64 - nul)));
+      hash = (hash ^ word ^ (i + nul / 8)) * kMultiplier;
+      break;
+    }
+    hash = (hash ^ word) * kMultiplier;
+    hash ^= hash >> 29;
+  }
+  hash ^= hash >> 32;
+  hash *= 0xFF51AFD7ED558CCDull;
+  hash ^= hash >> 29;
+  return static_cast<uint32_t>(hash);
+}
+
+template <typename Value>
+class IdMap {
+ public:
+  // Named as the entries of a standard map, so a walk reads the same.
+  struct Entry {
+    CString first;
+    Value* second;
+  };
+
+  IdMap() = default;
+  IdMap(const IdMap&) = default;
+  IdMap& operator=(const IdMap&) = default;
+
+  size_t size() const noexcept { return m_Entries.size(); }
+  bool empty() const noexcept { return m_Entries.empty(); }
+
+  // The entries in ascending id order. The first ordered read after an
+  // insertion sorts; pointers stay valid until the next insertion.
+  const Entry* begin() const {
+    Sort();
+    return m_Entries.data();
+  }
+  const Entry* end() const {
+    Sort();
+    return m_Entries.data() + m_Entries.size();
+  }
+
+  // Where `id` stands or would stand: its entry, or null and the empty
+  // slot that Add fills. Never sorts.
+  struct Spot {
+    const Entry* entry;
+    uint32_t hash;
+    size_t slot;
+  };
+  Spot Locate(const CString& id) const noexcept {
+    const uint32_t hash = HashText(id.GetString());
+    if (m_Slots.empty()) return {nullptr, hash, 0};
+    const uint32_t tag = Tag(hash);
+    for (size_t slot = Home(hash);; slot = Next(slot)) {
+      const uint32_t content = m_Slots[slot];
+      if (content == 0) return {nullptr, hash, slot};
+      if ((content & ~m_IndexMask) != tag) continue;
+      const Entry& entry = m_Entries[(content & m_IndexMask) - 1];
+      if (platform::TextEqual(entry.first, id)) return {&entry, hash, slot};
+    }
+  }
+
+  // The entry under `id`, or null; never sorts.
+  const Entry* Find(const CString& id) const noexcept { return Locate(id).entry; }
+
+  // Adds `value` under `id`, which Locate gave `spot` for (no entry) with
+  // no change to the map since. On a failure of memory nothing has changed.
+  void Add(const Spot& spot, const CString& id, Value* value) {
+    const size_t count = m_Entries.size() + 1;
+    if (count > kMaxEntries) AtlThrow(E_OUTOFMEMORY);
+    // Table first, then the entry: a failure in either leaves the map as
+    // it was (a larger table holds the same entries).
+    size_t slot = spot.slot;
+    if (!HasRoomFor(count)) {
+      Rehash(SlotsFor(count * 2));
+      slot = EmptySlotFor(spot.hash);
+    }
+    Guarded([&] { m_Entries.push_back(Entry{id, value}); });
+    const bool inOrder = m_SortedCount + 1 == count &&
+                         (count == 1 || platform::TextCompare(m_Entries[count - 2].first, id) < 0);
+    if (inOrder) m_SortedCount = count;
+    m_Slots[slot] = Tag(spot.hash) | static_cast<uint32_t>(count);
+  }
+
+  // Adds `value` under `id` unless the id is there; answers the value
+  // under the id either way and whether it was added.
+  std::pair<Value*, bool> Insert(const CString& id, Value* value) {
+    const Spot spot = Locate(id);
+    if (spot.entry != nullptr) return {spot.entry->second, false};
+    Add(spot, id, value);
+    return {value, true};
+  }
+
+  // The value under `id`, added as null when the id is not there (for
+  // tests that seed a map).
+  Value*& operator[](const CString& id) {
+    const Spot spot = Locate(id);
+    if (spot.entry != nullptr) return const_cast<Entry*>(spot.entry)->second;
+    Add(spot, id, nullptr);
+    return m_Entries.back().second;
+  }
+
+  // Room for `count` more entries without growing the table or the
+  // vector, for a bulk build.
+  void Reserve(size_t count) {
+    const size_t wanted = m_Entries.size() + count;
+    if (wanted > kMaxEntries) AtlThrow(E_OUTOFMEMORY);
+    Guarded([&] { m_Entries.reserve(wanted); });
+    if (!HasRoomFor(wanted)) Rehash(SlotsFor(wanted));
+  }
+
+  // Sorts what was added since the last sort (see the file comment).
+  void Sort() const {
+    if (m_SortedCount == m_Entries.size()) return;
+    const auto less = [](const Entry& left, const Entry& right) {
+      return platform::TextCompare(left.first, right.first) < 0;
+    };
+    const auto middle = m_Entries.begin() + static_cast<std::ptrdiff_t>(m_SortedCount);
+    Guarded([&] {
+      std::sort(middle, m_Entries.end(), less);
+      // inplace_merge takes a buffer when it can and merges in place when
+      // it cannot, so it fails on nothing.
+      std::inplace_merge(m_Entries.begin(), middle, m_Entries.end(), less);
+    });
+    m_SortedCount = m_Entries.size();
+    // The table holds indexes, which the sort has moved.
+    RefillSlots();
+  }
+
+  void clear() noexcept {
+    std::vector<Entry>().swap(m_Entries);
+    std::vector<uint32_t>().swap(m_Slots);
+    m_SortedCount = 0;
+    m_IndexMask = 0xFFFFFFFFu;
+  }
+
+  // Heap bytes the map holds (for the benchmarks' accounting).
+  size_t HeapBytes() const noexcept {
+    return m_Entries.capacity() * sizeof(Entry) + m_Slots.capacity() * sizeof(uint32_t);
+  }
+
+ private:
+  static constexpr size_t kMaxEntries = std::numeric_limits<uint32_t>::max() / 2;
+
+  template <typename F>
+  static void Guarded(F&& step) {
+    try {
+      step();
+    } catch (const std::bad_alloc&) {
+      AtlThrow(E_OUTOFMEMORY);
+    } catch (const std::length_error&) {
+      AtlThrow(E_OUTOFMEMORY);
+    }
+  }
+
+  // The table is at most four fifths full.
+  static size_t SlotsFor(size_t entries) { return entries + entries / 4 + 8; }
+  bool HasRoomFor(size_t entries) const noexcept { return entries * 5 <= m_Slots.size() * 4; }
+
+  // The home slot of a hash: its share of the table, so any table size
+  // works.
+  size_t Home(uint32_t hash) const noexcept {
+    return static_cast<size_t>((static_cast<uint64_t>(hash) * m_Slots.size()) >> 32);
+  }
+  size_t Next(size_t slot) const noexcept { return slot + 1 == m_Slots.size() ? 0 : slot + 1; }
+  // The hash bits kept beside the index: other bits than those that chose
+  // the home slot.
+  uint32_t Tag(uint32_t hash) const noexcept { return (hash * 0x9E3779B1u) & ~m_IndexMask; }
+
+  size_t EmptySlotFor(uint32_t hash) const noexcept {
+    size_t slot = Home(hash);
+    while (m_Slots[slot] != 0) slot = Next(slot);
+    return slot;
+  }
+
+  void Place(uint32_t index) const noexcept {
+    const uint32_t hash = HashText(m_Entries[index].first.GetString());
+    m_Slots[EmptySlotFor(hash)] = Tag(hash) | (index + 1);
+  }
+
+  void RefillSlots() const noexcept {
+    std::fill(m_Slots.begin(), m_Slots.end(), 0u);
+    for (size_t i = 0; i < m_Entries.size(); ++i) Place(static_cast<uint32_t>(i));
+  }
+
+  void Rehash(size_t slotCount) const {
+    std::vector<uint32_t> slots;
+    Guarded([&] { slots.assign(slotCount, 0u); });
+    m_Slots.swap(slots);
+    // Indexes up to the slot count fit below the mask; the bits above it
+    // carry the tags.
+    uint32_t mask = 1;
+    while (mask < slotCount && mask != 0xFFFFFFFFu) mask = (mask << 1) | 1u;
+    m_IndexMask = mask;
+    RefillSlots();
+  }
+
+  mutable std::vector<Entry> m_Entries;
+  mutable size_t m_SortedCount = 0;
+  mutable std::vector<uint32_t> m_Slots;
+  mutable uint32_t m_IndexMask = 0xFFFFFFFFu;
+};
+
+}  // namespace graphs
+}  // namespace vekzol
+
+#endif  // VEKZOL_SRC_GRAPHS_IDMAP_H_

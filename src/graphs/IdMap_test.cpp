@@ -1,0 +1,194 @@
+// Tests of the graphs' id map: ascending `_mbscmp` order whatever the order
+// of insertion, exact case-sensitive look-up before and after sorting, the
+// first value of a key kept, keys equal up to an embedded NUL taken as one,
+// null values, growth from one entry to many, copies, clearing, and the
+// same answers as an ordered map over a million random insertions.
+#include "graphs/IdMap.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/TextOrder.h"
+
+namespace {
+
+using Map = vekzol::graphs::IdMap<int>;
+
+CString Text(const std::string& bytes) {
+  return CString(bytes.data(), static_cast<int>(bytes.size()));
+}
+
+std::vector<std::string> Keys(const Map& map) {
+  std::vector<std::string> keys;
+  for (const auto& entry : map) keys.emplace_back(entry.first.GetString(), entry.first.GetLength());
+  return keys;
+}
+
+TEST(IdMapTest, IteratesInAscendingByteOrderWhateverTheInsertionOrder) {
+  Map map;
+  int value = 0;
+  for (const char* id : {"q", "p", "B", "a", "A", "\xC3\xA9", "aa", ""}) map.Insert(id, &value);
+  EXPECT_EQ((std::vector<std::string>{"", "A", "B", "a", "aa", "p", "q", "\xC3\xA9"}), Keys(map));
+}
+
+TEST(IdMapTest, TheFirstValueOfAKeyStays) {
+  Map map;
+  int first = 1;
+  int second = 2;
+  EXPECT_EQ(std::make_pair(&first, true), map.Insert("k", &first));
+  EXPECT_EQ(std::make_pair(&first, false), map.Insert("k", &second));
+  EXPECT_EQ(1u, map.size());
+  EXPECT_EQ(&first, map.Find("k")->second);
+}
+
+TEST(IdMapTest, LookUpIsExactAndCaseSensitiveBeforeAndAfterSorting) {
+  Map map;
+  int a = 1;
+  int upper = 2;
+  map.Insert("b", &a);
+  map.Insert("a", &a);
+  map.Insert("A", &upper);
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(&a, map.Find("a")->second);
+    EXPECT_EQ(&upper, map.Find("A")->second);
+    EXPECT_EQ(nullptr, map.Find("c"));
+    EXPECT_EQ(nullptr, map.Find("ab"));
+    EXPECT_EQ(nullptr, map.Find(""));
+    map.Sort();
+  }
+}
+
+TEST(IdMapTest, KeysEqualUpToAnEmbeddedNulAreOneKey) {
+  Map map;
+  int first = 1;
+  int second = 2;
+  map.Insert(Text(std::string("id\0x", 4)), &first);
+  EXPECT_FALSE(map.Insert(Text(std::string("id\0y", 4)), &second).second);
+  EXPECT_FALSE(map.Insert("id", &second).second);
+  EXPECT_EQ(&first, map.Find("id")->second);
+  EXPECT_EQ(1u, map.size());
+}
+
+TEST(IdMapTest, KeysCutShortFindTheirEqualsAfterTheOldBytes) {
+  // A key whose text was cut still holds its old bytes after the NUL.
+  CString cut("abcdefghijk");
+  cut.GetBufferSetLength(3);
+  cut.ReleaseBuffer();
+  Map map;
+  int value = 0;
+  map.Insert(cut, &value);
+  EXPECT_NE(nullptr, map.Find("abc"));
+  EXPECT_EQ(nullptr, map.Find("abcdefghijk"));
+}
+
+TEST(IdMapTest, NullValuesAreEntriesLikeOthers) {
+  Map map;
+  map["x"] = nullptr;
+  ASSERT_NE(nullptr, map.Find("x"));
+  EXPECT_EQ(nullptr, map.Find("x")->second);
+  int value = 3;
+  map["x"] = &value;
+  EXPECT_EQ(&value, map.Find("x")->second);
+  EXPECT_EQ(1u, map.size());
+}
+
+TEST(IdMapTest, CopiesAreIndependentAndClearEmpties) {
+  Map map;
+  int value = 0;
+  map.Insert("b", &value);
+  map.Insert("a", &value);
+  Map copy(map);
+  copy.Insert("c", &value);
+  EXPECT_EQ((std::vector<std::string>{"a", "b"}), Keys(map));
+  EXPECT_EQ((std::vector<std::string>{"a", "b", "c"}), Keys(copy));
+  map = copy;
+  EXPECT_EQ(3u, map.size());
+  EXPECT_NE(nullptr, map.Find("c"));
+  copy.clear();
+  EXPECT_TRUE(copy.empty());
+  EXPECT_EQ(nullptr, copy.Find("a"));
+  EXPECT_TRUE(Keys(copy).empty());
+  copy.Insert("z", &value);
+  EXPECT_EQ((std::vector<std::string>{"z"}), Keys(copy));
+}
+
+TEST(IdMapTest, InsertionsBetweenOrderedReadsKeepTheOrder) {
+  Map map;
+  int value = 0;
+  std::vector<std::string> expected;
+  std::mt19937 random(7);
+  for (int round = 0; round < 50; ++round) {
+    for (int i = 0; i < 37; ++i) {
+      const std::string id = "id-" + std::to_string(random() % 100000);
+      if (map.Insert(id.c_str(), &value).second) expected.push_back(id);
+    }
+    std::sort(expected.begin(), expected.end());
+    ASSERT_EQ(expected, Keys(map)) << "round " << round;
+  }
+}
+
+// A million ids inserted one by one in random order, GUID-shaped and short,
+// against an ordered map of standard strings.
+TEST(IdMapTest, AMillionRandomInsertionsAnswerAsAnOrderedMap) {
+  Map map;
+  std::map<std::string, int*> reference;
+  std::vector<int> values(1000);
+  std::mt19937_64 random(11);
+  char text[64];
+  for (int i = 0; i < 1000000; ++i) {
+    const uint64_t bits = random();
+    if (i % 2 == 0) {
+      std::snprintf(text, sizeof text, "PRC-%08x-%04x-%04x-%04x-%012llx",
+                    static_cast<unsigned>(bits >> 32), static_cast<unsigned>(bits & 0xFFFF),
+                    static_cast<unsigned>((bits >> 16) & 0xFFFF), 0x8000u,
+                    static_cast<unsigned long long>(bits % 400000));
+    } else {
+      std::snprintf(text, sizeof text, "PRC-%07u", static_cast<unsigned>(bits % 700000));
+    }
+    int* value = &values[bits % values.size()];
+    const auto added = map.Insert(text, value);
+    const auto expected = reference.emplace(text, value);
+    ASSERT_EQ(expected.second, added.second);
+    ASSERT_EQ(expected.first->second, added.first);
+  }
+  ASSERT_EQ(reference.size(), map.size());
+  auto expected = reference.begin();
+  for (const auto& entry : map) {
+    ASSERT_EQ(expected->first, entry.first.GetString());
+    ASSERT_EQ(expected->second, entry.second);
+    ++expected;
+  }
+  for (const auto& pair : reference) {
+    const auto* found = map.Find(pair.first.c_str());
+    ASSERT_NE(nullptr, found);
+    ASSERT_EQ(pair.second, found->second);
+  }
+}
+
+TEST(IdMapTest, ReserveMakesRoomWithoutChangingTheMap) {
+  Map map;
+  int value = 0;
+  map.Insert("a", &value);
+  map.Reserve(1000);
+  for (int i = 0; i < 1000; ++i) map.Insert(("k" + std::to_string(i)).c_str(), &value);
+  EXPECT_EQ(1001u, map.size());
+  EXPECT_NE(nullptr, map.Find("a"));
+  EXPECT_NE(nullptr, map.Find("k999"));
+}
+
+TEST(IdMapTest, HashesTextUpToTheFirstNulOnly) {
+  using vekzol::graphs::HashText;
+  EXPECT_EQ(HashText(CString("abc").GetString()),
+            HashText(Text(std::string("abc\0z", 5)).GetString()));
+  EXPECT_NE(HashText(CString("abc").GetString()), HashText(CString("abd").GetString()));
+  EXPECT_NE(HashText(CString("PRC-0000001").GetString()),
+            HashText(CString("PRC-0000002").GetString()));
+}
+
+}  // namespace
