@@ -19,8 +19,8 @@
 // vertex and per edge (glibc's allocator statistics, chunk overhead
 // included), beyond the host's objects.
 //
-// A quick run: --benchmark_filter='elements:10000/'. The full run at 10^6
-// (bench/README or the README's performance section) takes a few minutes.
+// A quick run: --benchmark_filter='elements:10000/'. The run at 10^5 and
+// 10^6 (the README's performance section) takes a few minutes.
 //
 // The model comes from the comparator's generator: processes, products and
 // resources in trees of 1000 with 5% extra links; 2% of the elements

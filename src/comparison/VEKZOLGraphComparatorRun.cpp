@@ -20,34 +20,34 @@
 #include <deque>
 #include <vector>
 
+#include "comparison/GraphReader.h"
 #include "comparison/IdCursor.h"
 #include "comparison/ParentIntersection.h"
-#include "comparison/PassPrefetcher.h"
 #include "graphs/IdMap.h"
 
 namespace {
 
 using vekzol::comparison::IdCursor;
 
-using vekzol::comparison::PassPrefetcher;
+using vekzol::comparison::GraphReader;
 
-inline void PrefetchAhead(const PassPrefetcher::VertexEntry* entries, size_t index, size_t count) {
-  PassPrefetcher::Vertices(entries, index, count);
+inline void PrefetchAhead(const GraphReader::VertexEntry* entries, size_t index, size_t count) {
+  GraphReader::PrefetchVertices(entries, index, count);
 }
 
-inline void PrefetchAhead(const PassPrefetcher::EdgeEntry* entries, size_t index, size_t count) {
-  PassPrefetcher::Edges(entries, index, count);
+inline void PrefetchAhead(const GraphReader::EdgeEntry* entries, size_t index, size_t count) {
+  GraphReader::PrefetchEdges(entries, index, count);
 }
 
 // Appends the id of each parent vertex of `vertex`, one per incoming edge
-// with a parent vertex, oldest edge first; ids are not tested here.
-void AppendParentIds(VEKZOLGraphVertex* vertex, std::deque<VEKZOLGraphEdge*>& edges,
-                     std::vector<CString>& ids) {
-  edges.clear();
-  vertex->GetParentEdges(edges);
-  for (VEKZOLGraphEdge* edge : edges) {
-    if (edge != nullptr && edge->GetParent() != nullptr) {
-      ids.push_back(edge->GetParent()->GetID());
+// with a parent vertex, oldest edge first; ids are not tested here. The
+// edges are read where they stand, as GetParentEdges and GetParent give
+// them.
+void AppendParentIds(VEKZOLGraphVertex* vertex, std::vector<CString>& ids) {
+  for (VEKZOLGraphEdge* edge : GraphReader::ParentEdges(vertex)) {
+    if (edge == nullptr) continue;
+    if (VEKZOLGraphVertex* parent = GraphReader::ParentOf(edge)) {
+      ids.push_back(parent->GetID());
     }
   }
 }
@@ -105,11 +105,11 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       if (oldVertex == nullptr) {
         m_VerticesToBeAdded.push_back(id);
       } else if (checkNames) {
-        const CString identPath = oldVertex->GetIdentPath();
+        const CString& identPath = GraphReader::IdentPath(oldVertex);
         if (!identPath.IsEmpty()) {
-          newVertex->SetIdentPath(identPath);
+          GraphReader::SetIdentPath(newVertex, identPath);
         }
-        if (oldVertex->GetName() != oldVertex->GetBackupName()) {
+        if (oldVertex->GetName() != GraphReader::BackupName(oldVertex)) {
           m_VerticesToChangeName.push_back(id);
         }
       }
@@ -127,7 +127,6 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
   {
     const bool timersCount = VEKZOLTimer::AreTimersEnabled();
     IdCursor<VEKZOLGraphVertex> newPartners(newVertices);
-    std::deque<VEKZOLGraphEdge*> parentEdges;
     std::vector<CString> newParents;
     std::vector<CString> oldParents;
     std::deque<CString> newList;
@@ -152,8 +151,8 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       }
       newParents.clear();
       oldParents.clear();
-      AppendParentIds(newVertex, parentEdges, newParents);
-      AppendParentIds(oldVertex, parentEdges, oldParents);
+      AppendParentIds(newVertex, newParents);
+      AppendParentIds(oldVertex, oldParents);
       if (newParents.empty() && oldParents.empty()) {
         continue;  // a root on both sides
       }

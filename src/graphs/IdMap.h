@@ -16,6 +16,12 @@
 //   hash, so a probe passes most other keys without reading them. It is
 //   rebuilt after a sort and when it grows, from hashes of the keys.
 //
+// A map may instead keep its table for the unsorted tail only
+// (`hashTailOnly`): after a sort the table is given back and the sorted
+// prefix is searched by bisection, in O(log n). The graph's edge map does
+// so, since edges are looked up by id rarely and its table would cost four
+// to five bytes an edge for good.
+//
 // Keys compare and hash up to their first NUL, as `_mbscmp` compares, so
 // two keys that `_mbscmp` calls equal are one key here too. Values are
 // borrowed pointers and may be null. Not synchronised: a const read may
@@ -78,7 +84,7 @@ class IdMap {
     Value* second;
   };
 
-  IdMap() = default;
+  explicit IdMap(bool hashTailOnly = false) : m_HashTailOnly(hashTailOnly) {}
   IdMap(const IdMap&) = default;
   IdMap& operator=(const IdMap&) = default;
 
@@ -105,6 +111,15 @@ class IdMap {
   };
   Spot Locate(const CString& id) const noexcept {
     const uint32_t hash = HashText(id.GetString());
+    if (m_HashTailOnly && m_SortedCount > 0) {
+      const Entry* begin = m_Entries.data();
+      const Entry* end = begin + m_SortedCount;
+      const Entry* at =
+          std::lower_bound(begin, end, id, [](const Entry& entry, const CString& key) {
+            return platform::TextCompare(entry.first, key) < 0;
+          });
+      if (at != end && platform::TextEqual(at->first, id)) return {at, hash, 0};
+    }
     if (m_Slots.empty()) return {nullptr, hash, 0};
     const uint32_t tag = Tag(hash);
     for (size_t slot = Home(hash);; slot = Next(slot)) {
@@ -116,6 +131,12 @@ class IdMap {
     }
   }
 
+  // The value of the entry at `index` in id order, to replace it.
+  Value*& ValueAt(size_t index) {
+    Sort();
+    return m_Entries[index].second;
+  }
+
   // The entry under `id`, or null; never sorts.
   const Entry* Find(const CString& id) const noexcept { return Locate(id).entry; }
 
@@ -124,18 +145,21 @@ class IdMap {
   void Add(const Spot& spot, const CString& id, Value* value) {
     const size_t count = m_Entries.size() + 1;
     if (count > kMaxEntries) AtlThrow(E_OUTOFMEMORY);
+    // An id above the last sorted one, with no unsorted tail, extends the
+    // sorted prefix; a map that indexes its tail only needs no slot for it.
+    const bool inOrder = m_SortedCount + 1 == count &&
+                         (count == 1 || platform::TextCompare(m_Entries[count - 2].first, id) < 0);
+    const bool needsSlot = !(m_HashTailOnly && inOrder);
     // Table first, then the entry: a failure in either leaves the map as
     // it was (a larger table holds the same entries).
     size_t slot = spot.slot;
-    if (!HasRoomFor(count)) {
-      Rehash(SlotsFor(count * 2));
+    if (needsSlot && (!HasRoomFor(Indexed() + 1) || count > m_IndexMask)) {
+      Rehash(SlotsFor((Indexed() + 1) * 2), count * 2);
       slot = EmptySlotFor(spot.hash);
     }
     Guarded([&] { m_Entries.push_back(Entry{id, value}); });
-    const bool inOrder = m_SortedCount + 1 == count &&
-                         (count == 1 || platform::TextCompare(m_Entries[count - 2].first, id) < 0);
     if (inOrder) m_SortedCount = count;
-    m_Slots[slot] = Tag(spot.hash) | static_cast<uint32_t>(count);
+    if (needsSlot) m_Slots[slot] = Tag(spot.hash) | static_cast<uint32_t>(count);
   }
 
   // Adds `value` under `id` unless the id is there; answers the value
@@ -162,7 +186,8 @@ class IdMap {
     const size_t wanted = m_Entries.size() + count;
     if (wanted > kMaxEntries) AtlThrow(E_OUTOFMEMORY);
     Guarded([&] { m_Entries.reserve(wanted); });
-    if (!HasRoomFor(wanted)) Rehash(SlotsFor(wanted));
+    const size_t indexed = Indexed() + count;
+    if (!HasRoomFor(indexed) || wanted > m_IndexMask) Rehash(SlotsFor(indexed), wanted);
   }
 
   // Sorts what was added since the last sort (see the file comment).
@@ -179,8 +204,14 @@ class IdMap {
       std::inplace_merge(m_Entries.begin(), middle, m_Entries.end(), less);
     });
     m_SortedCount = m_Entries.size();
-    // The table holds indexes, which the sort has moved.
-    RefillSlots();
+    if (m_HashTailOnly) {
+      // Nothing is left unsorted: bisection finds every id.
+      std::vector<uint32_t>().swap(m_Slots);
+      m_IndexMask = 0xFFFFFFFFu;
+    } else {
+      // The table holds indexes, which the sort has moved.
+      RefillSlots();
+    }
   }
 
   void clear() noexcept {
@@ -212,6 +243,11 @@ class IdMap {
   // The table is at most four fifths full.
   static size_t SlotsFor(size_t entries) { return entries + entries / 4 + 8; }
   bool HasRoomFor(size_t entries) const noexcept { return entries * 5 <= m_Slots.size() * 4; }
+  // The entries the table holds: all, or the unsorted tail only.
+  size_t Indexed() const noexcept {
+    return m_HashTailOnly ? m_Entries.size() - m_SortedCount : m_Entries.size();
+  }
+  size_t FirstIndexed() const noexcept { return m_HashTailOnly ? m_SortedCount : 0; }
 
   // The home slot of a hash: its share of the table, so any table size
   // works.
@@ -236,21 +272,23 @@ class IdMap {
 
   void RefillSlots() const noexcept {
     std::fill(m_Slots.begin(), m_Slots.end(), 0u);
-    for (size_t i = 0; i < m_Entries.size(); ++i) Place(static_cast<uint32_t>(i));
+    for (size_t i = FirstIndexed(); i < m_Entries.size(); ++i) Place(static_cast<uint32_t>(i));
   }
 
-  void Rehash(size_t slotCount) const {
+  // A table of `slotCount` slots for indexes up to `largestIndex`.
+  void Rehash(size_t slotCount, size_t largestIndex) const {
     std::vector<uint32_t> slots;
     Guarded([&] { slots.assign(slotCount, 0u); });
     m_Slots.swap(slots);
-    // Indexes up to the slot count fit below the mask; the bits above it
-    // carry the tags.
+    // The index lies below the mask; the bits above it carry the tags.
+    const size_t bound = std::max(slotCount, largestIndex + 1);
     uint32_t mask = 1;
-    while (mask < slotCount && mask != 0xFFFFFFFFu) mask = (mask << 1) | 1u;
+    while (mask < bound && mask != 0xFFFFFFFFu) mask = (mask << 1) | 1u;
     m_IndexMask = mask;
     RefillSlots();
   }
 
+  bool m_HashTailOnly = false;
   mutable std::vector<Entry> m_Entries;
   mutable size_t m_SortedCount = 0;
   mutable std::vector<uint32_t> m_Slots;

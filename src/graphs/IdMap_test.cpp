@@ -133,23 +133,24 @@ TEST(IdMapTest, InsertionsBetweenOrderedReadsKeepTheOrder) {
   }
 }
 
-// A million ids inserted one by one in random order, GUID-shaped and short,
-// against an ordered map of standard strings.
-TEST(IdMapTest, AMillionRandomInsertionsAnswerAsAnOrderedMap) {
+// Three hundred thousand ids inserted one by one in random order, half
+// GUID-shaped and half short, many of them twice, against an ordered map of
+// standard strings.
+TEST(IdMapTest, ManyRandomInsertionsAnswerAsAnOrderedMap) {
   Map map;
   std::map<std::string, int*> reference;
   std::vector<int> values(1000);
   std::mt19937_64 random(11);
   char text[64];
-  for (int i = 0; i < 1000000; ++i) {
+  for (int i = 0; i < 300000; ++i) {
     const uint64_t bits = random();
     if (i % 2 == 0) {
       std::snprintf(text, sizeof text, "PRC-%08x-%04x-%04x-%04x-%012llx",
                     static_cast<unsigned>(bits >> 32), static_cast<unsigned>(bits & 0xFFFF),
                     static_cast<unsigned>((bits >> 16) & 0xFFFF), 0x8000u,
-                    static_cast<unsigned long long>(bits % 400000));
+                    static_cast<unsigned long long>(bits % 120000));
     } else {
-      std::snprintf(text, sizeof text, "PRC-%07u", static_cast<unsigned>(bits % 700000));
+      std::snprintf(text, sizeof text, "PRC-%07u", static_cast<unsigned>(bits % 200000));
     }
     int* value = &values[bits % values.size()];
     const auto added = map.Insert(text, value);
@@ -180,6 +181,44 @@ TEST(IdMapTest, ReserveMakesRoomWithoutChangingTheMap) {
   EXPECT_EQ(1001u, map.size());
   EXPECT_NE(nullptr, map.Find("a"));
   EXPECT_NE(nullptr, map.Find("k999"));
+}
+
+// The same answers from a map that keeps its table for the unsorted tail
+// only, with insertions between sorts so that both halves are searched.
+TEST(IdMapTest, AMapIndexingItsTailOnlyAnswersTheSame) {
+  Map map(true);
+  std::map<std::string, int*> reference;
+  std::vector<int> values(100);
+  std::mt19937 random(5);
+  for (int round = 0; round < 40; ++round) {
+    for (int i = 0; i < 500; ++i) {
+      const std::string id = "E-" + std::to_string(random() % 30000);
+      int* value = &values[random() % values.size()];
+      const auto added = map.Insert(id.c_str(), value);
+      const auto expected = reference.emplace(id, value);
+      ASSERT_EQ(expected.second, added.second);
+      ASSERT_EQ(expected.first->second, added.first);
+    }
+    if (round % 3 == 0) map.Sort();
+    for (int i = 0; i < 200; ++i) {
+      const std::string id = "E-" + std::to_string(random() % 30000);
+      const auto* found = map.Find(id.c_str());
+      const auto expected = reference.find(id);
+      ASSERT_EQ(expected == reference.end(), found == nullptr);
+      if (found != nullptr) {
+        ASSERT_EQ(expected->second, found->second);
+      }
+    }
+  }
+  std::vector<std::string> keys;
+  for (const auto& pair : reference) keys.push_back(pair.first);
+  EXPECT_EQ(keys, Keys(map));
+  // Ids added in ascending order after a sort extend the sorted part.
+  map.Insert("F-1", &values[0]);
+  map.Insert("F-2", &values[0]);
+  EXPECT_NE(nullptr, map.Find("F-1"));
+  EXPECT_NE(nullptr, map.Find("F-2"));
+  EXPECT_NE(nullptr, map.Find(keys.front().c_str()));
 }
 
 TEST(IdMapTest, HashesTextUpToTheFirstNulOnly) {

@@ -130,6 +130,10 @@ class VEKZOL_API VEKZOLGraph {
   // find partners without a look-up per id.
   friend class VEKZOLGraphComparator;
 
+  // Makes the vertices of a freshly built graph again in id order (see
+  // the library's sources).
+  void LayOutVerticesInIdOrder();
+
   // The depth-first walk below `start` that GetAllChildren, GetAllLeaves
   // and Dump share; defined in the library's sources.
   template <typename Hooks>

@@ -17,7 +17,7 @@ class VEKZOLGraphVertex;
 
 namespace vekzol {
 namespace comparison {
-class PassPrefetcher;
+class GraphReader;
 }  // namespace comparison
 }  // namespace vekzol
 
@@ -44,9 +44,9 @@ class VEKZOL_API VEKZOLGraphEdge {
 
  protected:
   friend class VEKZOLGraph;
-  // The comparison reads the fields only to ask memory for what its next
-  // steps will read.
-  friend class vekzol::comparison::PassPrefetcher;
+  // The comparison reads the parent edges directly and the other fields to
+  // ask memory ahead for what its next steps read; it changes nothing.
+  friend class vekzol::comparison::GraphReader;
 
   VEKIZOLRelation* m_Relation;
   VEKZOLGraphVertex* m_Parent;

@@ -23,7 +23,7 @@ class VEKZOLGraphEdge;
 
 namespace vekzol {
 namespace comparison {
-class PassPrefetcher;
+class GraphReader;
 }  // namespace comparison
 }  // namespace vekzol
 
@@ -74,9 +74,9 @@ class VEKZOL_API VEKZOLGraphVertex {
 
  protected:
   friend class VEKZOLGraph;
-  // The comparison reads the fields only to ask memory for what its next
-  // steps will read.
-  friend class vekzol::comparison::PassPrefetcher;
+  // The comparison reads the parent edges directly and the other fields to
+  // ask memory ahead for what its next steps read; it changes nothing.
+  friend class vekzol::comparison::GraphReader;
 
   VEKIZOLObject* m_Object;
   // The edge lists are only appended to by the graph. Each is one pointer

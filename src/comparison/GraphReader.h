@@ -1,4 +1,4 @@
-// File: PassPrefetcher.h
+// File: GraphReader.h
 // Asks memory ahead for what the comparison's passes will read. A pass
 // walks sorted entries, but the vertices and edges behind them lie in the
 // order the host listed its objects, and each step goes from the element to
@@ -7,8 +7,8 @@
 // reference counts are atomic, cannot overlap them. Asked for in stages,
 // each some steps ahead of the walk, those blocks are in cache when the
 // step comes. Nothing here changes what a pass does.
-#ifndef VEKZOL_SRC_COMPARISON_PASSPREFETCHER_H_
-#define VEKZOL_SRC_COMPARISON_PASSPREFETCHER_H_
+#ifndef VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
+#define VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
 
 #include <cstddef>
 
@@ -21,13 +21,28 @@
 namespace vekzol {
 namespace comparison {
 
-class PassPrefetcher {
+class GraphReader {
  public:
+  // The edges that end at `vertex`, oldest first, null entries included.
+  static const VEKZOLEdgeList& ParentEdges(const VEKZOLGraphVertex* vertex) {
+    return vertex->m_ParentEdges;
+  }
+  static VEKZOLGraphVertex* ParentOf(const VEKZOLGraphEdge* edge) { return edge->m_Parent; }
+  // The two texts of a vertex, as GetIdentPath and GetBackupName would copy
+  // them, and SetIdentPath's assignment (it has nothing else to do).
+  static const CString& IdentPath(const VEKZOLGraphVertex* vertex) { return vertex->m_IdentPath; }
+  static const CString& BackupName(const VEKZOLGraphVertex* vertex) {
+    return vertex->m_BackupName;
+  }
+  static void SetIdentPath(VEKZOLGraphVertex* vertex, const CString& identPath) {
+    vertex->m_IdentPath = identPath;
+  }
+
   using VertexEntry = graphs::IdMap<VEKZOLGraphVertex>::Entry;
   using EdgeEntry = graphs::IdMap<VEKZOLGraphEdge>::Entry;
 
   // Before the step at `index` of a walk over `count` vertex entries.
-  static void Vertices(const VertexEntry* entries, size_t index, size_t count) {
+  static void PrefetchVertices(const VertexEntry* entries, size_t index, size_t count) {
     if (index + 16 < count) {
       __builtin_prefetch(entries[index + 16].second);
       // The key shares its text with the object's id, whose count the id
@@ -37,7 +52,7 @@ class PassPrefetcher {
   }
 
   // Before the step at `index` of a walk over `count` edge entries.
-  static void Edges(const EdgeEntry* entries, size_t index, size_t count) {
+  static void PrefetchEdges(const EdgeEntry* entries, size_t index, size_t count) {
     if (index + 16 < count) {
       __builtin_prefetch(entries[index + 16].second);
       __builtin_prefetch(TextBlock(entries[index + 16].first), 1);
@@ -57,4 +72,4 @@ class PassPrefetcher {
 }  // namespace comparison
 }  // namespace vekzol
 
-#endif  // VEKZOL_SRC_COMPARISON_PASSPREFETCHER_H_
+#endif  // VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
