@@ -12,6 +12,10 @@
 #include <vekzol/objects/VEKIZOLRelation.h>
 #include <vekzol/platform/Status.h>
 
+#include <cstddef>
+
+#include "graphs/IdMap.h"
+
 long VEKZOLGraphComparator::GetRootsToAdd(std::deque<CString>& rootVertexIds,
                                           std::deque<CString>& rootEdgeIds) {
   return ExtractRoots(m_VerticesToBeAdded, m_EdgesToBeAdded, m_NewGraph,
@@ -53,13 +57,16 @@ long VEKZOLGraphComparator::ExtractRoots(const std::deque<CString>& vertexIds,
         objects.push_back(vertex->GetObjectA());
       }
     }
+    // The edge ids come in id order from the run, so each is searched for
+    // forward from the last one found, as GetEdge would find it.
     std::deque<VEKIZOLRelation*> relations;
+    size_t hint = 0;
     for (const CString& id : edgeIds) {
       if (id.IsEmpty()) {
         continue;
       }
-      VEKZOLGraphEdge* edge = nullptr;
-      graph->GetEdge(id, edge);
+      const auto* found = graph->m_Edges->FindForward(id, hint);
+      VEKZOLGraphEdge* edge = found == nullptr ? nullptr : found->second;
       if (edge != nullptr && edge->GetRelation() != nullptr) {
         relations.push_back(edge->GetRelation());
       }

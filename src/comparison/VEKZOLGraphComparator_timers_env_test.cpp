@@ -9,11 +9,13 @@
 
 #include <deque>
 #include <string>
+#include <vector>
 
 #include <vekzol/platform/Status.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 
 #include "comparison/ComparatorTestSupport.h"
+#include "comparison/testing/ComparisonModelGenerator.h"
 #include "diagnostics/VEKZOLTimerTestPeer.h"
 #include "diagnostics/VEKZOLTimerTestSupport.h"
 
@@ -136,6 +138,53 @@ TEST_F(VEKZOLGraphComparatorTimersEnvTest, AnExtractionWithNothingToDoOrNoGraphR
   EXPECT_EQ("", TraceBody());
   EXPECT_TRUE(vertices.empty());
   EXPECT_TRUE(edges.empty());
+}
+
+}  // namespace
+
+namespace {
+
+// On a generated model the intersection service is started and stopped
+// once for each vertex in both graphs with parents on both sides, and its
+// answers give the moved vertices the generator chose.
+TEST(VEKZOLGraphComparatorTimersGeneratedTest,
+     TheIntersectionRunsOncePerVertexWithParentsOnBothSides) {
+  vekzol::comparison_model::GeneratorOptions options;
+  options.elements = 3000;
+  options.treeSize = 300;
+  const auto model = vekzol::comparison_model::Generate(options);
+  VEKZOLGraph oldGraph("old");
+  VEKZOLGraph newGraph("new");
+  oldGraph.Build(model->oldState.objectList, model->oldState.relationList);
+  newGraph.Build(model->newState.objectList, model->newState.relationList);
+  // What the service is to be asked about, read through the public
+  // operations: vertices of both graphs whose parent lists are both filled.
+  long expected = 0;
+  std::deque<VEKZOLGraphVertex*> oldVertices;
+  oldGraph.GetAllVertices(oldVertices);
+  for (VEKZOLGraphVertex* oldVertex : oldVertices) {
+    VEKZOLGraphVertex* newVertex = nullptr;
+    newGraph.GetVertex(oldVertex->GetID(), newVertex);
+    if (newVertex == nullptr) continue;
+    std::deque<VEKZOLGraphVertex*> oldParents;
+    std::deque<VEKZOLGraphVertex*> newParents;
+    oldVertex->GetParents(oldParents);
+    newVertex->GetParents(newParents);
+    if (!oldParents.empty() && !newParents.empty()) ++expected;
+  }
+  ASSERT_GT(expected, 2000);
+  const VEKZOLTimer& intersection = VEKZOLSTLServices::_IntersectionTimer;
+  const long starts = Peer::StartCount(intersection);
+  const long stops = Peer::StopCount(intersection);
+  VEKZOLGraphComparator comparator(&newGraph, &oldGraph);
+  comparator.RunComparison(false);
+  EXPECT_EQ(starts + expected, Peer::StartCount(intersection));
+  EXPECT_EQ(stops + expected, Peer::StopCount(intersection));
+  std::deque<CString> moved;
+  comparator.GetVerticesToBeMoved(moved);
+  std::vector<std::string> movedIds;
+  for (const CString& id : moved) movedIds.push_back(id.GetString());
+  EXPECT_EQ(model->expected.verticesMoved, movedIds);
 }
 
 }  // namespace

@@ -214,6 +214,38 @@ class IdMap {
     }
   }
 
+  // Keeps the first `count` entries in id order and drops the others.
+  void Truncate(size_t count) {
+    Sort();
+    if (count >= m_Entries.size()) return;
+    m_Entries.erase(m_Entries.begin() + static_cast<std::ptrdiff_t>(count), m_Entries.end());
+    m_SortedCount = m_Entries.size();
+    RefillSlots();
+  }
+
+  // The entry under `id`, searched among the sorted entries forward from
+  // `hint` (where an earlier call left it) by doubling steps and then
+  // bisection, so ids asked in ascending order cost a few compares each
+  // near the last one; `hint` moves on. Answers as Find.
+  const Entry* FindForward(const CString& id, size_t& hint) const {
+    Sort();
+    const Entry* base = m_Entries.data();
+    const size_t count = m_Entries.size();
+    const auto less = [](const Entry& entry, const CString& key) {
+      return platform::TextCompare(entry.first, key) < 0;
+    };
+    size_t low = std::min(hint, count);
+    if (low > 0 && !less(base[low - 1], id)) low = 0;  // behind the hint: from the start
+    size_t step = 1;
+    while (low + step <= count && less(base[low + step - 1], id)) {
+      low += step;
+      step *= 2;
+    }
+    const Entry* at = std::lower_bound(base + low, base + std::min(low + step, count), id, less);
+    hint = static_cast<size_t>(at - base);
+    return at != base + count && platform::TextEqual(at->first, id) ? at : nullptr;
+  }
+
   void clear() noexcept {
     std::vector<Entry>().swap(m_Entries);
     std::vector<uint32_t>().swap(m_Slots);

@@ -221,6 +221,39 @@ TEST(IdMapTest, AMapIndexingItsTailOnlyAnswersTheSame) {
   EXPECT_NE(nullptr, map.Find(keys.front().c_str()));
 }
 
+TEST(IdMapTest, FindForwardAnswersAsFindInAnyOrderOfIds) {
+  Map map(true);
+  std::vector<int> values(50);
+  for (int i = 0; i < 50; ++i) map.Insert(("k" + std::to_string(i * 2)).c_str(), &values[i]);
+  std::vector<std::string> asked;
+  for (int i = -1; i < 101; ++i) asked.push_back("k" + std::to_string(i));
+  std::sort(asked.begin(), asked.end());
+  std::vector<std::string> shuffled = asked;
+  std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(3));
+  for (const auto* order : {&asked, &shuffled}) {
+    size_t hint = 0;
+    for (const std::string& id : *order) {
+      ASSERT_EQ(map.Find(id.c_str()), map.FindForward(id.c_str(), hint)) << id;
+    }
+  }
+  size_t hint = 1000;
+  EXPECT_EQ(map.Find("k0"), map.FindForward("k0", hint));
+}
+
+TEST(IdMapTest, TruncateKeepsTheFirstEntriesInIdOrder) {
+  for (bool tailOnly : {false, true}) {
+    Map map(tailOnly);
+    int value = 0;
+    for (const char* id : {"d", "b", "a", "c"}) map.Insert(id, &value);
+    map.Truncate(2);
+    EXPECT_EQ((std::vector<std::string>{"a", "b"}), Keys(map));
+    EXPECT_NE(nullptr, map.Find("b"));
+    EXPECT_EQ(nullptr, map.Find("c"));
+    map.Insert("c", &value);
+    EXPECT_EQ((std::vector<std::string>{"a", "b", "c"}), Keys(map));
+  }
+}
+
 TEST(IdMapTest, HashesTextUpToTheFirstNulOnly) {
   using vekzol::graphs::HashText;
   EXPECT_EQ(HashText(CString("abc").GetString()),

@@ -122,17 +122,17 @@ long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
   // of the two lists. Duplicates are settled by AddVertex/AddEdge: the first
   // in each deque wins. The maps take room for all at once and are sorted
   // once at the end.
-  const bool fresh = m_Vertices->empty();
   m_Vertices->Reserve(objects.size());
   m_Edges->Reserve(relations.size());
-  for (VEKIZOLObject* object : objects) {
-    if (object != nullptr) {
-      VEKZOLGraphVertex* vertex = nullptr;
-      AddVertex(object, vertex);
+  if (m_Vertices->empty()) {
+    AddVerticesInIdOrder(objects);
+  } else {
+    for (VEKIZOLObject* object : objects) {
+      if (object != nullptr) {
+        VEKZOLGraphVertex* vertex = nullptr;
+        AddVertex(object, vertex);
+      }
     }
-  }
-  if (fresh) {
-    LayOutVerticesInIdOrder();
   }
   for (VEKIZOLRelation* relation : relations) {
     if (relation != nullptr) {
@@ -147,31 +147,36 @@ long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
   return E_FAIL;
 }
 
-// The vertices of a graph built from nothing are made again in id order, so
-// that they lie in memory in the order every walk and the comparison read
-// them (the host's lists come in no order, and a vertex reached through a
-// sorted walk would otherwise be a cache miss each). Nothing but the
-// object is set in a vertex yet and no pointer to one has left the graph,
-// so the new vertex stands for the old one exactly; the counter rises and
-// falls by the same number. Should memory run out, the vertices stay where
-// they are: this is only a matter of speed.
-void VEKZOLGraph::LayOutVerticesInIdOrder() {
-  const size_t count = m_Vertices->size();
-  std::vector<VEKZOLGraphVertex*> laidOut;
+// A graph built from nothing makes its vertices in id order, so that they
+// lie in memory in the order every walk and the comparison read them (the
+// host's lists come in no order, and a vertex reached through a sorted walk
+// would otherwise be a cache miss each). Each new id first enters the map
+// with its object standing in for the vertex (the first object of an id
+// wins, as with AddVertex); after the one sort the vertices are made in
+// map order. If something fails half-way, the ids whose vertices were not
+// made leave the map again, so the graph holds what was made so far.
+void VEKZOLGraph::AddVerticesInIdOrder(std::deque<VEKIZOLObject*>& objects) {
+  size_t made = 0;
   try {
-    laidOut.reserve(count);
-    for (size_t i = 0; i < count; ++i) {
-      const VEKZOLGraphVertex* old = m_Vertices->ValueAt(i);
-      laidOut.push_back(old == nullptr ? nullptr : new VEKZOLGraphVertex(old->m_Object));
+    for (VEKIZOLObject* object : objects) {
+      if (object == nullptr) {
+        continue;
+      }
+      CString id;
+      object->GetID(id);  // the status says nothing about the id
+      const auto spot = m_Vertices->Locate(id);
+      if (spot.entry == nullptr) {
+        m_Vertices->Add(spot, id, reinterpret_cast<VEKZOLGraphVertex*>(object));
+      }
     }
-  } catch (const std::bad_alloc&) {
-    for (VEKZOLGraphVertex* vertex : laidOut) delete vertex;
-    return;
-  }
-  for (size_t i = 0; i < count; ++i) {
-    VEKZOLGraphVertex*& slot = m_Vertices->ValueAt(i);
-    delete slot;
-    slot = laidOut[i];
+    const size_t count = m_Vertices->size();
+    for (; made < count; ++made) {
+      VEKZOLGraphVertex*& value = m_Vertices->ValueAt(made);
+      value = new VEKZOLGraphVertex(reinterpret_cast<VEKIZOLObject*>(value));
+    }
+  } catch (...) {
+    m_Vertices->Truncate(made);
+    throw;
   }
 }
 

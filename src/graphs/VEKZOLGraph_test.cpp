@@ -983,3 +983,62 @@ TEST(VEKZOLGraphTest, VertexCounterRisesWithBuildStaysAfterCleanupAndFallsWithTh
 }
 
 }  // namespace
+
+namespace {
+
+// An object whose id cannot be read: both forms of GetID raise
+// E_OUTOFMEMORY, as a host's string class may.
+class UnreadableIdObject : public VEKZOLObjectImpl {
+ public:
+  using VEKZOLObjectImpl::VEKZOLObjectImpl;
+  CString GetID() override { AtlThrow(E_OUTOFMEMORY); }
+  long GetID(CString&) override { AtlThrow(E_OUTOFMEMORY); }
+};
+
+// A graph built from nothing makes its vertices after reading every id;
+// a failure while reading leaves it without a vertex or a half-made entry,
+// and it can be built again.
+TEST(VEKZOLGraphTest, AFailureWhileReadingIdsLeavesAFreshGraphEmptyAndWhole) {
+  VEKZOLObjectImpl a("a");
+  VEKZOLObjectImpl b("b");
+  UnreadableIdObject unreadable("x");
+  std::deque<VEKIZOLObject*> objects{&a, &unreadable, &b};
+  std::deque<VEKIZOLRelation*> relations;
+  const int vertices = VEKZOLGraphVertex::_RefCounter;
+  GraphPeer graph("fails");
+  HRESULT status = S_OK;
+  try {
+    graph.Build(objects, relations);
+  } catch (const CAtlException& e) {
+    status = e.m_hr;
+  }
+  EXPECT_EQ(E_OUTOFMEMORY, status);
+  EXPECT_TRUE(graph.VertexKeys().empty());
+  EXPECT_EQ(vertices, VEKZOLGraphVertex::_RefCounter);
+  std::deque<VEKIZOLObject*> good{&b, &a};
+  graph.Build(good, relations);
+  EXPECT_EQ((std::vector<CString>{"a", "b"}), graph.VertexKeys());
+  VEKZOLGraphVertex* vertex = nullptr;
+  ASSERT_EQ(S_OK, graph.GetVertex("b", vertex));
+  EXPECT_EQ(&b, vertex->GetObjectA());
+}
+
+// The vertices of a fresh build lie in id order, each with the first object
+// of its id, whatever the order of the list.
+TEST(VEKZOLGraphTest, AFreshBuildGivesEachIdTheFirstObjectOfTheList) {
+  VEKZOLObjectImpl c1("c"), a1("a"), c2("c"), b1("b"), a2("a");
+  std::deque<VEKIZOLObject*> objects{&c1, &a1, &c2, nullptr, &b1, &a2};
+  std::deque<VEKIZOLRelation*> relations;
+  GraphPeer graph;
+  const int vertices = VEKZOLGraphVertex::_RefCounter;
+  graph.Build(objects, relations);
+  EXPECT_EQ(vertices + 3, VEKZOLGraphVertex::_RefCounter);
+  EXPECT_EQ((std::vector<CString>{"a", "b", "c"}), graph.VertexKeys());
+  VEKZOLGraphVertex* vertex = nullptr;
+  graph.GetVertex("a", vertex);
+  EXPECT_EQ(&a1, vertex->GetObjectA());
+  graph.GetVertex("c", vertex);
+  EXPECT_EQ(&c1, vertex->GetObjectA());
+}
+
+}  // namespace

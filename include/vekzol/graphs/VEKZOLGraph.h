@@ -130,9 +130,9 @@ class VEKZOL_API VEKZOLGraph {
   // find partners without a look-up per id.
   friend class VEKZOLGraphComparator;
 
-  // Makes the vertices of a freshly built graph again in id order (see
-  // the library's sources).
-  void LayOutVerticesInIdOrder();
+  // Build's vertex step for a graph without vertices: the vertices are
+  // made in id order (see the library's sources).
+  void AddVerticesInIdOrder(std::deque<VEKIZOLObject*>& objects);
 
   // The depth-first walk below `start` that GetAllChildren, GetAllLeaves
   // and Dump share; defined in the library's sources.
