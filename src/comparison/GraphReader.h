@@ -1,12 +1,16 @@
 // File: GraphReader.h
-// Asks memory ahead for what the comparison's passes will read. A pass
-// walks sorted entries, but the vertices and edges behind them lie in the
-// order the host listed its objects, and each step goes from the element to
-// its object or relation, its texts, its parent edges and their parent
-// vertices: one cache miss after another, and the id copies, whose
-// reference counts are atomic, cannot overlap them. Asked for in stages,
-// each some steps ahead of the walk, those blocks are in cache when the
-// step comes. Nothing here changes what a pass does.
+// The comparison's direct reads of vertices and edges, a friend of both
+// classes: the parent edges of a vertex as they stand (what GetParentEdges
+// would copy into a deque), the ident path and backup name without a copy
+// each, and SetIdentPath's assignment. Those getters and SetIdentPath are
+// not virtual, so reading and assigning the fields is exactly what they do.
+//
+// It also asks memory ahead for what the walks read next: a pass walks
+// sorted entries, but the edges behind them lie in the order the host
+// listed its relations, and every id copied changes a count in the id's
+// block. The addresses of the next entries' elements and id blocks lie in
+// the entry array, so they can be asked for some steps ahead at no cost.
+// Nothing here changes what a pass does.
 #ifndef VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
 #define VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
 
@@ -31,9 +35,7 @@ class GraphReader {
   // The two texts of a vertex, as GetIdentPath and GetBackupName would copy
   // them, and SetIdentPath's assignment (it has nothing else to do).
   static const CString& IdentPath(const VEKZOLGraphVertex* vertex) { return vertex->m_IdentPath; }
-  static const CString& BackupName(const VEKZOLGraphVertex* vertex) {
-    return vertex->m_BackupName;
-  }
+  static const CString& BackupName(const VEKZOLGraphVertex* vertex) { return vertex->m_BackupName; }
   static void SetIdentPath(VEKZOLGraphVertex* vertex, const CString& identPath) {
     vertex->m_IdentPath = identPath;
   }

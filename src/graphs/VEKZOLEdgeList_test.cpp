@@ -3,8 +3,6 @@
 // costs no allocation.
 #include <vekzol/graphs/VEKZOLEdgeList.h>
 
-#include <cstdlib>
-#include <new>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -12,23 +10,7 @@
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/platform/Status.h>
 
-namespace {
-std::size_t g_allocations = 0;
-bool g_failAllocations = false;
-}  // namespace
-
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-void* operator new(std::size_t size) {
-  ++g_allocations;
-  if (g_failAllocations) throw std::bad_alloc();
-  if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
-  throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+#include "platform/CountingAllocatorTesting.h"
 
 namespace {
 
@@ -41,7 +23,7 @@ class VEKZOLEdgeListTest : public ::testing::Test {
   VEKZOLEdgeListTest() {
     for (int i = 0; i < 40; ++i) edges.push_back(reinterpret_cast<VEKZOLGraphEdge*>(&storage[i]));
   }
-  long storage[40] = {};
+  long long storage[40] = {};
   std::vector<VEKZOLGraphEdge*> edges;
 };
 

@@ -22,27 +22,8 @@
 
 // This test program replaces the global allocator so that a test can make
 // allocations fail and check that std::bad_alloc comes out as
-// CAtlException(E_OUTOFMEMORY).
-namespace {
-bool g_failAllocations = false;
-std::size_t g_allocations = 0;  // every allocation through operator new
-}  // namespace
-
-// GCC pairs `new` with its own built-in idea of the allocator and, once the
-// replacement below is inlined, takes the std::free inside it for a
-// mismatch. The pair is matched: both sides are replaced together.
-#if defined(__GNUC__) && !defined(__clang__)
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-#endif
-
-void* operator new(std::size_t size) {
-  ++g_allocations;
-  if (g_failAllocations) throw std::bad_alloc();
-  if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
-  throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept { std::free(block); }
-void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+// CAtlException(E_OUTOFMEMORY), and count what a copy allocates.
+#include "platform/CountingAllocatorTesting.h"
 
 namespace {
 

@@ -1,0 +1,36 @@
+// File: CountingAllocatorTesting.h
+// A replacement of the global allocator for test programs that count
+// allocations or make them fail: include it in exactly one source file of
+// the program. Every allocation through operator new adds one to
+// `g_allocations`; while `g_failAllocations` is set, each raises
+// std::bad_alloc, so a test can check that the library turns it into
+// CAtlException(E_OUTOFMEMORY) and leaves its objects as they were.
+#ifndef VEKZOL_SRC_PLATFORM_COUNTINGALLOCATORTESTING_H_
+#define VEKZOL_SRC_PLATFORM_COUNTINGALLOCATORTESTING_H_
+
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+namespace {
+bool g_failAllocations = false;
+std::size_t g_allocations = 0;
+}  // namespace
+
+// GCC pairs `new` with its own built-in idea of the allocator and, once the
+// replacement below is inlined, takes the std::free inside it for a
+// mismatch. The pair is matched: both sides are replaced together.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+#endif
+
+void* operator new(std::size_t size) {
+  ++g_allocations;
+  if (g_failAllocations) throw std::bad_alloc();
+  if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
+  throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+
+#endif  // VEKZOL_SRC_PLATFORM_COUNTINGALLOCATORTESTING_H_
