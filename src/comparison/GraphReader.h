@@ -44,13 +44,8 @@ class GraphReader {
   using EdgeEntry = graphs::IdMap<VEKZOLGraphEdge>::Entry;
 
   // Before the step at `index` of a walk over `count` vertex entries.
-  static void PrefetchVertices(const VertexEntry* entries, size_t index, size_t count) {
-    if (index + 16 < count) {
-      __builtin_prefetch(entries[index + 16].second);
-      // The key shares its text with the object's id, whose count the id
-      // copy will change.
-      __builtin_prefetch(TextBlock(entries[index + 16].first), 1);
-    }
+  static void Prefetch(const VertexEntry* entries, size_t index, size_t count) {
+    PrefetchEntry(entries, index + 16, count);
     // Vertices lie in id order, so the one eight steps ahead is in cache:
     // its object and its first parent edge can be asked for.
     if (index + 8 < count) {
@@ -62,11 +57,8 @@ class GraphReader {
   }
 
   // Before the step at `index` of a walk over `count` edge entries.
-  static void PrefetchEdges(const EdgeEntry* entries, size_t index, size_t count) {
-    if (index + 16 < count) {
-      __builtin_prefetch(entries[index + 16].second);
-      __builtin_prefetch(TextBlock(entries[index + 16].first), 1);
-    }
+  static void Prefetch(const EdgeEntry* entries, size_t index, size_t count) {
+    PrefetchEntry(entries, index + 16, count);
     if (index + 8 < count) {
       if (const VEKZOLGraphEdge* edge = entries[index + 8].second) {
         __builtin_prefetch(edge->m_Relation);
@@ -75,6 +67,17 @@ class GraphReader {
   }
 
  private:
+  // The element of the entry at `index` and the block of its key, which
+  // shares its text with the id the step will copy (and whose count the copy
+  // changes).
+  template <typename Entry>
+  static void PrefetchEntry(const Entry* entries, size_t index, size_t count) {
+    if (index < count) {
+      __builtin_prefetch(entries[index].second);
+      __builtin_prefetch(TextBlock(entries[index].first), 1);
+    }
+  }
+
   // The start of the block that holds a CString's text and its count.
   static const void* TextBlock(const CString& text) { return text.GetString() - 16; }
 };

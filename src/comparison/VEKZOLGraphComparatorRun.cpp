@@ -31,14 +31,6 @@ using vekzol::comparison::IdCursor;
 
 using vekzol::comparison::GraphReader;
 
-inline void PrefetchAhead(const GraphReader::VertexEntry* entries, size_t index, size_t count) {
-  GraphReader::PrefetchVertices(entries, index, count);
-}
-
-inline void PrefetchAhead(const GraphReader::EdgeEntry* entries, size_t index, size_t count) {
-  GraphReader::PrefetchEdges(entries, index, count);
-}
-
 // Appends the id of each parent vertex of `vertex`, one per incoming edge
 // with a parent vertex, oldest edge first; ids are not tested here. The
 // edges are read where they stand, as GetParentEdges and GetParent give
@@ -62,7 +54,7 @@ void AppendMissing(const vekzol::graphs::IdMap<Element>& from,
   const auto* entries = from.begin();
   const size_t count = from.size();
   for (size_t i = 0; i < count; ++i) {
-    PrefetchAhead(entries, i, count);
+    GraphReader::Prefetch(entries, i, count);
     Element* element = entries[i].second;
     if (element == nullptr) {
       continue;
@@ -92,7 +84,7 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = newVertices.begin();
     const size_t count = newVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      PrefetchAhead(entries, i, count);
+      GraphReader::Prefetch(entries, i, count);
       VEKZOLGraphVertex* newVertex = entries[i].second;
       if (newVertex == nullptr) {
         continue;
@@ -135,7 +127,7 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = oldVertices.begin();
     const size_t count = oldVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      PrefetchAhead(entries, i, count);
+      GraphReader::Prefetch(entries, i, count);
       VEKZOLGraphVertex* oldVertex = entries[i].second;
       if (oldVertex == nullptr) {
         continue;

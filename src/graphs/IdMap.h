@@ -192,7 +192,13 @@ class IdMap {
 
   // Sorts what was added since the last sort (see the file comment).
   void Sort() const {
-    if (m_SortedCount == m_Entries.size()) return;
+    if (m_SortedCount == m_Entries.size()) {
+      // Entries added in order (a copy of a graph) left the table that was
+      // reserved for them unused: a map that indexes its tail only gives it
+      // back.
+      if (m_HashTailOnly && !m_Slots.empty()) ReleaseSlots();
+      return;
+    }
     const auto less = [](const Entry& left, const Entry& right) {
       return platform::TextCompare(left.first, right.first) < 0;
     };
@@ -206,8 +212,7 @@ class IdMap {
     m_SortedCount = m_Entries.size();
     if (m_HashTailOnly) {
       // Nothing is left unsorted: bisection finds every id.
-      std::vector<uint32_t>().swap(m_Slots);
-      m_IndexMask = 0xFFFFFFFFu;
+      ReleaseSlots();
     } else {
       // The table holds indexes, which the sort has moved.
       RefillSlots();
@@ -253,7 +258,7 @@ class IdMap {
     m_IndexMask = 0xFFFFFFFFu;
   }
 
-  // Heap bytes the map holds (for the benchmarks' accounting).
+  // Heap bytes the map holds in its two vectors.
   size_t HeapBytes() const noexcept {
     return m_Entries.capacity() * sizeof(Entry) + m_Slots.capacity() * sizeof(uint32_t);
   }
@@ -300,6 +305,11 @@ class IdMap {
   void Place(uint32_t index) const noexcept {
     const uint32_t hash = HashText(m_Entries[index].first.GetString());
     m_Slots[EmptySlotFor(hash)] = Tag(hash) | (index + 1);
+  }
+
+  void ReleaseSlots() const noexcept {
+    std::vector<uint32_t>().swap(m_Slots);
+    m_IndexMask = 0xFFFFFFFFu;
   }
 
   void RefillSlots() const noexcept {

@@ -254,6 +254,32 @@ TEST(IdMapTest, TruncateKeepsTheFirstEntriesInIdOrder) {
   }
 }
 
+// A table reserved for ids that then came in order (as a graph's copy adds
+// them) is given back at the next ordered read by a map indexing its tail
+// only; a map indexing all keeps it.
+TEST(IdMapTest, ATableLeftUnusedByIdsInOrderIsGivenBack) {
+  int value = 0;
+  for (bool tailOnly : {false, true}) {
+    Map map(tailOnly);
+    map.Reserve(1000);
+    for (int i = 0; i < 1000; ++i) {
+      char id[16];
+      std::snprintf(id, sizeof id, "k%04d", i);
+      map.Insert(id, &value);
+    }
+    const size_t entries = map.size() * sizeof(Map::Entry);
+    ASSERT_GT(map.HeapBytes(), entries);
+    map.Sort();
+    if (tailOnly) {
+      EXPECT_EQ(entries, map.HeapBytes());
+    } else {
+      EXPECT_GT(map.HeapBytes(), entries);
+    }
+    EXPECT_NE(nullptr, map.Find("k0500"));
+    EXPECT_EQ(nullptr, map.Find("k1000"));
+  }
+}
+
 TEST(IdMapTest, HashesTextUpToTheFirstNulOnly) {
   using vekzol::graphs::HashText;
   EXPECT_EQ(HashText(CString("abc").GetString()),
