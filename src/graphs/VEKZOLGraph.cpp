@@ -11,9 +11,7 @@
 #include <vekzol/graphs/VEKZOLGraph.h>
 
 #include <memory>
-#include <new>
 #include <utility>
-#include <vector>
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/platform/Status.h>
