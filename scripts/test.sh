@@ -39,5 +39,10 @@ case "${1:-}" in
     ;;
 esac
 cmake --build "$build" -j "$jobs"
+if [ "${1:-}" = "--windows" ]; then
+  # One Wine server for the whole run (see scripts/wine-run.sh).
+  "$root/scripts/wine-run.sh" --keep-server
+  trap '"$root/scripts/wine-run.sh" --stop-server || true' EXIT
+fi
 cd "$build"
 ctest --output-on-failure -j "$jobs" "${label_filter[@]}"

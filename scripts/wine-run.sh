@@ -4,6 +4,14 @@
 # program through it.
 #
 #   scripts/wine-run.sh program.exe [arguments...]
+#   scripts/wine-run.sh --keep-server   make the prefix ready and start a Wine
+#                                       server that stays until --stop-server
+#   scripts/wine-run.sh --stop-server
+#
+# Without a kept server, each program starts one or joins the running one,
+# which quits a few seconds after its last program: a program that starts
+# while it quits can fail before it runs, so the test runs keep one server
+# for their whole length.
 #
 # - WINEPREFIX: a private prefix, by default ~/.cache/vekzol-wine. It is made
 #   on first use (that takes some seconds), under a lock, so parallel tests
@@ -23,6 +31,8 @@ if [ ! -x "$loader" ]; then
   echo "wine-run.sh: no Wine loader at $loader (scripts/install-deps.sh --windows installs it)" >&2
   exit 127
 fi
+
+wineserver="$(dirname "$loader")/wineserver"
 
 export WINEDEBUG=-all
 export WINEPREFIX="${WINEPREFIX:-${XDG_CACHE_HOME:-$HOME/.cache}/vekzol-wine}"
@@ -57,11 +67,23 @@ if [ "$(cat "$marker" 2>/dev/null || true)" != "$version" ]; then
         done
       done
       # Let the server write the registry back before anyone else starts.
-      "$(dirname "$loader")/wineserver" -w || true
+      "$wineserver" -w || true
       printf '%s' "$version" >"$marker"
     fi
   ) 9>"$WINEPREFIX.lock"
 fi
+
+case "${1:-}" in
+  --keep-server)
+    "$wineserver" -p
+    # Wine's own background programs (services and devices) start with the
+    # first program and stay as long as the server. Started here, apart from
+    # any test, they hold none of a test runner's output pipes open.
+    "$loader" wineboot </dev/null >/dev/null 2>&1 || true
+    exit 0
+    ;;
+  --stop-server) exec "$wineserver" -k ;;
+esac
 
 # Wine passes a Unix variable NAME that it manages itself as WINENAME.
 for name in TEMP TMP; do

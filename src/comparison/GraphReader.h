@@ -11,6 +11,10 @@
 // block. The addresses of the next entries' elements and id blocks lie in
 // the entry array, so they can be asked for some steps ahead at no cost.
 // Nothing here changes what a pass does.
+//
+// The asking functions are forced inline: GCC takes a function whose only
+// effect is a prefetch for one without effect and drops the calls to it,
+// prefetches and all (a test looks for them in the built library).
 #ifndef VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
 #define VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
 
@@ -43,43 +47,91 @@ class GraphReader {
   using VertexEntry = graphs::IdMap<VEKZOLGraphVertex>::Entry;
   using EdgeEntry = graphs::IdMap<VEKZOLGraphEdge>::Entry;
 
-  // Before the step at `index` of a walk over `count` vertex entries.
-  static void Prefetch(const VertexEntry* entries, size_t index, size_t count) {
-    PrefetchEntry(entries, index + 16, count);
-    // Vertices lie in id order, so the one eight steps ahead is in cache:
-    // its object and its first parent edge can be asked for.
-    if (index + 8 < count) {
-      if (const VEKZOLGraphVertex* vertex = entries[index + 8].second) {
+  // Before a walk's step at `next`, the entry it reads, in an array ending
+  // at `end`. The step reads a chain of records that lie far apart: the
+  // vertex, its object, its first parent edge, that edge's parent vertex
+  // and its object. Each is asked for some steps ahead of the step, and the
+  // next one in the chain a few steps later, once the record holding its
+  // address has arrived, so the records of several steps are on their way
+  // at once instead of one after the other.
+  [[gnu::always_inline]] static void Prefetch(const VertexEntry* next, const VertexEntry* end) {
+    PrefetchEntry(next + kFar, end);
+    if (next + kMiddle < end) {
+      if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
         __builtin_prefetch(vertex->m_Object);
-        if (!vertex->m_ParentEdges.empty()) __builtin_prefetch(vertex->m_ParentEdges.front());
+        if (!vertex->m_ParentEdges.empty()) PrefetchRecord(vertex->m_ParentEdges.front());
+        PrefetchText(vertex->m_IdentPath);
+        PrefetchText(vertex->m_BackupName);
+      }
+    }
+    if (next + kNear < end) {
+      if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNear].second)) {
+        PrefetchRecord(edge->m_Parent);
+      }
+    }
+    if (next + kNearest < end) {
+      if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNearest].second)) {
+        if (const VEKZOLGraphVertex* parent = edge->m_Parent) __builtin_prefetch(parent->m_Object);
+        // The block of the parent's id, whose count reading that id changes.
+        if (edge->m_ParentIdHint != nullptr) PrefetchBlock(edge->m_ParentIdHint);
       }
     }
   }
 
-  // Before the step at `index` of a walk over `count` edge entries.
-  static void Prefetch(const EdgeEntry* entries, size_t index, size_t count) {
-    PrefetchEntry(entries, index + 16, count);
-    if (index + 8 < count) {
-      if (const VEKZOLGraphEdge* edge = entries[index + 8].second) {
+  // Before a walk's step at `next` over edge entries: the edge, then its
+  // relation.
+  [[gnu::always_inline]] static void Prefetch(const EdgeEntry* next, const EdgeEntry* end) {
+    PrefetchEntry(next + kFar, end);
+    if (next + kMiddle < end) {
+      if (const VEKZOLGraphEdge* edge = next[kMiddle].second) {
         __builtin_prefetch(edge->m_Relation);
       }
     }
   }
 
  private:
-  // The element of the entry at `index` and the block of its key, which
-  // shares its text with the id the step will copy (and whose count the copy
-  // changes).
+  // Steps ahead of the walk at which each link of the chain is asked for.
+  static constexpr ptrdiff_t kFar = 24;
+  static constexpr ptrdiff_t kMiddle = 12;
+  static constexpr ptrdiff_t kNear = 6;
+  static constexpr ptrdiff_t kNearest = 3;
+
+  // Both cache lines that a record may straddle: heap blocks are aligned to
+  // 16 bytes, not to the 64 of a line.
+  template <typename Record>
+  [[gnu::always_inline]] static void PrefetchRecord(const Record* record) {
+    __builtin_prefetch(record);
+    __builtin_prefetch(reinterpret_cast<const char*>(record) + sizeof(Record) - 1);
+  }
+
+  // The element of an entry and the block of its key, which shares its text
+  // with the id the step will copy (and whose count the copy changes).
   template <typename Entry>
-  static void PrefetchEntry(const Entry* entries, size_t index, size_t count) {
-    if (index < count) {
-      __builtin_prefetch(entries[index].second);
-      __builtin_prefetch(TextBlock(entries[index].first), 1);
+  [[gnu::always_inline]] static void PrefetchEntry(const Entry* entry, const Entry* end) {
+    if (entry < end) {
+      PrefetchRecord(entry->second);
+      PrefetchText(entry->first);
     }
   }
 
-  // The start of the block that holds a CString's text and its count.
-  static const void* TextBlock(const CString& text) { return text.GetString() - 16; }
+  [[gnu::always_inline]] static const VEKZOLGraphEdge* FirstParentEdge(
+      const VEKZOLGraphVertex* vertex) {
+    if (vertex == nullptr || vertex->m_ParentEdges.empty()) return nullptr;
+    return vertex->m_ParentEdges.front();
+  }
+
+  // The block that holds a CString's count, length and text: its first 64
+  // bytes, which hold ids of up to 40 bytes whole, wherever the block starts
+  // within a cache line.
+  [[gnu::always_inline]] static void PrefetchText(const CString& text) {
+    PrefetchBlock(text.GetString());
+  }
+  [[gnu::always_inline]] static void PrefetchBlock(const void* text) {
+    constexpr ptrdiff_t kHeaderBytes = 16;  // count, length, capacity: see CString.cpp
+    const char* block = static_cast<const char*>(text) - kHeaderBytes;
+    __builtin_prefetch(block, 1);
+    __builtin_prefetch(block + 63);
+  }
 };
 
 }  // namespace comparison

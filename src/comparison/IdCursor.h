@@ -27,6 +27,11 @@ class IdCursor {
   explicit IdCursor(const Map& map)
       : m_Map(map), m_Begin(map.begin()), m_Next(m_Begin), m_End(map.end()) {}
 
+  // Where the next look-up starts, and the end of the entries, for asking
+  // memory ahead for the entries the cursor is about to reach.
+  const Entry* Next() const { return m_Next; }
+  const Entry* End() const { return m_End; }
+
   // The entry under `id` (null for a missing id or a null entry).
   Element* Find(const CString& id) {
     // One compare per step: walk on while the keys are below the id.

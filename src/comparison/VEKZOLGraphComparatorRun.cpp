@@ -54,7 +54,8 @@ void AppendMissing(const vekzol::graphs::IdMap<Element>& from,
   const auto* entries = from.begin();
   const size_t count = from.size();
   for (size_t i = 0; i < count; ++i) {
-    GraphReader::Prefetch(entries, i, count);
+    GraphReader::Prefetch(entries + i, entries + count);
+    GraphReader::Prefetch(partners.Next(), partners.End());
     Element* element = entries[i].second;
     if (element == nullptr) {
       continue;
@@ -84,7 +85,8 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = newVertices.begin();
     const size_t count = newVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::Prefetch(entries, i, count);
+      GraphReader::Prefetch(entries + i, entries + count);
+      GraphReader::Prefetch(oldPartners.Next(), oldPartners.End());
       VEKZOLGraphVertex* newVertex = entries[i].second;
       if (newVertex == nullptr) {
         continue;
@@ -127,7 +129,8 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = oldVertices.begin();
     const size_t count = oldVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::Prefetch(entries, i, count);
+      GraphReader::Prefetch(entries + i, entries + count);
+      GraphReader::Prefetch(newPartners.Next(), newPartners.End());
       VEKZOLGraphVertex* oldVertex = entries[i].second;
       if (oldVertex == nullptr) {
         continue;

@@ -23,17 +23,17 @@ namespace {
 using VertexMap = vekzol::graphs::IdMap<VEKZOLGraphVertex>;
 using EdgeMap = vekzol::graphs::IdMap<VEKZOLGraphEdge>;
 
-// The vertex of `object` in `vertices`, matched by the object's id (the
-// by-reference form, as AddVertex keys them); null for a null object, an id
-// not in the graph or a null entry.
-VEKZOLGraphVertex* FindVertexOf(const VertexMap& vertices, VEKIZOLObject* object) {
+// The entry of the vertex of `object` in `vertices`, matched by the
+// object's id (the by-reference form, as AddVertex keys them); null for a
+// null object, an id not in the graph or a null entry.
+const VertexMap::Entry* FindVertexOf(const VertexMap& vertices, VEKIZOLObject* object) {
   if (object == nullptr) {
     return nullptr;
   }
   CString id;
   object->GetID(id);
   const auto* found = vertices.Find(id);
-  return found == nullptr ? nullptr : found->second;
+  return found == nullptr || found->second == nullptr ? nullptr : found;
 }
 
 // Deletes what the maps own, vertices first, each map in id order, and
@@ -219,14 +219,17 @@ long VEKZOLGraph::AddEdge(VEKIZOLRelation* relation, VEKZOLGraphEdge*& edge) {
   // append leaves no half-linked edge.
   VEKIZOLObject* source = nullptr;
   relation->GetSourceObject(source);
-  if (VEKZOLGraphVertex* parent = FindVertexOf(*m_Vertices, source)) {
+  if (const auto* found = FindVertexOf(*m_Vertices, source)) {
+    VEKZOLGraphVertex* parent = found->second;
     parent->m_ChildEdges.push_back(added);
     added->m_Parent = parent;
+    added->m_ParentIdHint = found->first.GetString();
     parent->m_IsLeaf = false;
   }
   VEKIZOLObject* target = nullptr;
   relation->GetTargetObject(target);
-  if (VEKZOLGraphVertex* child = FindVertexOf(*m_Vertices, target)) {
+  if (const auto* found = FindVertexOf(*m_Vertices, target)) {
+    VEKZOLGraphVertex* child = found->second;
     child->m_ParentEdges.push_back(added);
     added->m_Child = child;
     child->m_IsRoot = false;

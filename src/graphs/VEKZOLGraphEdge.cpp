@@ -9,18 +9,22 @@
 int VEKZOLGraphEdge::_RefCounter = 0;
 
 VEKZOLGraphEdge::VEKZOLGraphEdge(VEKIZOLRelation* relation)
-    : m_Relation(relation), m_Parent(nullptr), m_Child(nullptr) {
+    : m_Relation(relation), m_Parent(nullptr), m_Child(nullptr), m_ParentIdHint(nullptr) {
   ++_RefCounter;
 }
 
 // A copy leaves the counter alone while its destructor still subtracts.
 VEKZOLGraphEdge::VEKZOLGraphEdge(const VEKZOLGraphEdge& other)
-    : m_Relation(other.m_Relation), m_Parent(other.m_Parent), m_Child(other.m_Child) {}
+    : m_Relation(other.m_Relation),
+      m_Parent(other.m_Parent),
+      m_Child(other.m_Child),
+      m_ParentIdHint(other.m_ParentIdHint) {}
 
 VEKZOLGraphEdge& VEKZOLGraphEdge::operator=(const VEKZOLGraphEdge& other) {
   m_Relation = other.m_Relation;
   m_Parent = other.m_Parent;
   m_Child = other.m_Child;
+  m_ParentIdHint = other.m_ParentIdHint;
   return *this;
 }
 

@@ -51,6 +51,10 @@ class VEKZOL_API VEKZOLGraphEdge {
   VEKIZOLRelation* m_Relation;
   VEKZOLGraphVertex* m_Parent;
   VEKZOLGraphVertex* m_Child;
+  // Where the text of the parent's id lay when the edge was linked: only an
+  // address to ask memory for ahead of reading the parent's id, never read
+  // through, so it may be stale or null without harm.
+  const void* m_ParentIdHint;
 };
 
 #endif  // VEKZOL_GRAPHS_VEKZOLGRAPHEDGE_H_
