@@ -10,7 +10,8 @@
 // listed its relations, and every id copied changes a count in the id's
 // block. The addresses of the next entries' elements and id blocks lie in
 // the entry array, so they can be asked for some steps ahead at no cost.
-// Nothing here changes what a pass does.
+// Nothing here changes what a pass does. The reader also reads and writes
+// the mark a run leaves on each vertex whose id it recorded (RunIdTable.h).
 //
 // The asking functions are forced inline: GCC takes a function whose only
 // effect is a prefetch for one without effect and drops the calls to it,
@@ -19,6 +20,7 @@
 #define VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
 
 #include <cstddef>
+#include <cstdint>
 
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
@@ -44,42 +46,84 @@ class GraphReader {
     vertex->m_IdentPath = identPath;
   }
 
+  // The mark a comparison run leaves on a vertex: where it recorded the
+  // vertex's id (RunIdTable.h).
+  static std::uint32_t RunPosition(const VEKZOLGraphVertex* vertex) {
+    return vertex->m_RunPosition;
+  }
+  static void SetRunPosition(VEKZOLGraphVertex* vertex, std::uint32_t position) {
+    vertex->m_RunPosition = position;
+  }
+
   using VertexEntry = graphs::IdMap<VEKZOLGraphVertex>::Entry;
   using EdgeEntry = graphs::IdMap<VEKZOLGraphEdge>::Entry;
 
   // Before a walk's step at `next`, the entry it reads, in an array ending
-  // at `end`. The step reads a chain of records that lie far apart: the
-  // vertex, its object, its first parent edge, that edge's parent vertex
-  // and its object. Each is asked for some steps ahead of the step, and the
-  // next one in the chain a few steps later, once the record holding its
-  // address has arrived, so the records of several steps are on their way
-  // at once instead of one after the other.
-  [[gnu::always_inline]] static void Prefetch(const VertexEntry* next, const VertexEntry* end) {
+  // at `end`. A step reads a chain of records that lie far apart, and each
+  // is asked for some steps ahead, the next one in the chain a few steps
+  // later, once the record holding its address has arrived: the records of
+  // several steps are then on their way at once instead of one after the
+  // other. The walks differ in what they read.
+
+  // For a step that asks the vertex for its id: the vertex and its key's
+  // block (the id's text), then its object.
+  [[gnu::always_inline]] static void PrefetchForId(const VertexEntry* next,
+                                                   const VertexEntry* end) {
     PrefetchEntry(next + kFar, end);
     if (next + kMiddle < end) {
       if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
         __builtin_prefetch(vertex->m_Object);
-        if (!vertex->m_ParentEdges.empty()) PrefetchRecord(vertex->m_ParentEdges.front());
+      }
+    }
+  }
+
+  // For a step that asks the vertex for its id and name and reads its
+  // ident path and backup name: the vertex and its key's block (the id's
+  // text), then its object and the blocks of both names.
+  [[gnu::always_inline]] static void PrefetchForNames(const VertexEntry* next,
+                                                      const VertexEntry* end) {
+    PrefetchEntry(next + kFar, end);
+    if (next + kMiddle < end) {
+      if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
+        __builtin_prefetch(vertex->m_Object);
         PrefetchText(vertex->m_IdentPath);
         PrefetchText(vertex->m_BackupName);
       }
     }
+  }
+
+  // For a step that reads the vertex's key and the ids of its parents,
+  // recorded in `parentIds` (RunIdTable.h): the vertex and its key's block,
+  // its first parent edge, that edge's parent, then the parent's record
+  // and the block of its id.
+  template <typename ParentIds>
+  [[gnu::always_inline]] static void PrefetchForParents(const VertexEntry* next,
+                                                        const VertexEntry* end,
+                                                        const ParentIds& parentIds) {
+    PrefetchEntry(next + kFar, end);
+    if (next + kMiddle < end) {
+      if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kMiddle].second)) {
+        PrefetchRecord(edge);
+      }
+    }
     if (next + kNear < end) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNear].second)) {
-        PrefetchRecord(edge->m_Parent);
+        if (edge->m_Parent != nullptr) PrefetchRecord(edge->m_Parent);
       }
     }
     if (next + kNearest < end) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNearest].second)) {
-        if (const VEKZOLGraphVertex* parent = edge->m_Parent) __builtin_prefetch(parent->m_Object);
-        // The block of the parent's id, whose count reading that id changes.
+        if (const VEKZOLGraphVertex* parent = edge->m_Parent) {
+          if (const void* place = parentIds.PlaceOf(parent)) __builtin_prefetch(place);
+        }
+        // The text of the parent's id, which the step compares.
         if (edge->m_ParentIdHint != nullptr) PrefetchBlock(edge->m_ParentIdHint);
       }
     }
   }
 
-  // Before a walk's step at `next` over edge entries: the edge, then its
-  // relation.
+  // For a step that asks the edge for its id: the edge and its key's
+  // block, then its relation.
   [[gnu::always_inline]] static void Prefetch(const EdgeEntry* next, const EdgeEntry* end) {
     PrefetchEntry(next + kFar, end);
     if (next + kMiddle < end) {
@@ -87,6 +131,12 @@ class GraphReader {
         __builtin_prefetch(edge->m_Relation);
       }
     }
+  }
+
+  // For a cursor that only compares keys: their blocks.
+  template <typename Entry>
+  [[gnu::always_inline]] static void PrefetchKeys(const Entry* next, const Entry* end) {
+    if (next + kFar < end) PrefetchText(next[kFar].first);
   }
 
  private:

@@ -27,36 +27,54 @@
 namespace vekzol {
 namespace comparison {
 
-inline bool HasEmbeddedNul(const std::vector<CString>& ids) {
-  for (const CString& id : ids) {
+// The lists come as ids or as pointers to ids held elsewhere.
+inline const CString& IdOf(const CString& id) { return id; }
+inline const CString& IdOf(const CString* id) { return *id; }
+
+template <typename Ids>
+bool HasEmbeddedNul(const Ids& ids) {
+  for (const auto& element : ids) {
+    const CString& id = IdOf(element);
     if (std::strlen(id.GetString()) != static_cast<size_t>(id.GetLength())) return true;
   }
   return false;
 }
 
-// Whether Intersection of lists holding `first` and `second` appends
-// anything to an empty result.
-inline bool IntersectionIsNotEmpty(const std::vector<CString>& first,
-                                   const std::vector<CString>& second) {
+template <typename Ids>
+bool AnswerIntersectionIsNotEmpty(const Ids& first, const Ids& second) {
   if (first.empty() || second.empty()) {
     return false;  // refused with E_INVALIDARG, nothing appended
   }
   constexpr size_t kPairwiseLimit = 64;
   if (first.size() * second.size() <= kPairwiseLimit && !HasEmbeddedNul(first) &&
       !HasEmbeddedNul(second)) {
-    for (const CString& candidate : first) {
-      if (candidate.IsEmpty()) continue;
-      for (const CString& other : second) {
-        if (platform::TextEqual(candidate, other)) return true;
+    for (const auto& candidate : first) {
+      if (IdOf(candidate).IsEmpty()) continue;
+      for (const auto& other : second) {
+        if (platform::TextEqual(IdOf(candidate), IdOf(other))) return true;
       }
     }
     return false;
   }
-  std::deque<CString> firstList(first.begin(), first.end());
-  std::deque<CString> secondList(second.begin(), second.end());
+  std::deque<CString> firstList;
+  std::deque<CString> secondList;
+  for (const auto& element : first) firstList.push_back(IdOf(element));
+  for (const auto& element : second) secondList.push_back(IdOf(element));
   std::deque<CString> common;
   VEKZOLSTLServices::Intersection(firstList, secondList, common);
   return !common.empty();
+}
+
+// Whether Intersection of lists holding `first` and `second` appends
+// anything to an empty result.
+inline bool IntersectionIsNotEmpty(const std::vector<CString>& first,
+                                   const std::vector<CString>& second) {
+  return AnswerIntersectionIsNotEmpty(first, second);
+}
+// The same for lists of pointers to ids held elsewhere.
+inline bool IntersectionIsNotEmptyByReference(const std::vector<const CString*>& first,
+                                              const std::vector<const CString*>& second) {
+  return AnswerIntersectionIsNotEmpty(first, second);
 }
 
 }  // namespace comparison

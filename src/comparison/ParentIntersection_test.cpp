@@ -16,6 +16,13 @@
 namespace {
 
 using vekzol::comparison::IntersectionIsNotEmpty;
+using vekzol::comparison::IntersectionIsNotEmptyByReference;
+
+std::vector<const CString*> References(const std::vector<CString>& ids) {
+  std::vector<const CString*> references;
+  for (const CString& id : ids) references.push_back(&id);
+  return references;
+}
 
 CString Text(const std::string& bytes) {
   return CString(bytes.data(), static_cast<int>(bytes.size()));
@@ -51,7 +58,10 @@ TEST(ParentIntersectionTest, AnswersAsTheIntersectionServiceOverEveryPairOfSmall
   size_t checked = 0;
   for (const auto& first : lists) {
     for (const auto& second : lists) {
-      ASSERT_EQ(ServiceAnswer(first, second), IntersectionIsNotEmpty(first, second))
+      const bool answer = ServiceAnswer(first, second);
+      ASSERT_EQ(answer, IntersectionIsNotEmpty(first, second))
+          << "lists of " << first.size() << " and " << second.size();
+      ASSERT_EQ(answer, IntersectionIsNotEmptyByReference(References(first), References(second)))
           << "lists of " << first.size() << " and " << second.size();
       ++checked;
     }
@@ -81,6 +91,7 @@ TEST(ParentIntersectionTest, LongListsTakeTheServiceWayWithTheSameAnswer) {
   second.push_back(Text("A17"));
   EXPECT_TRUE(IntersectionIsNotEmpty(first, second));
   EXPECT_EQ(ServiceAnswer(first, second), IntersectionIsNotEmpty(first, second));
+  EXPECT_TRUE(IntersectionIsNotEmptyByReference(References(first), References(second)));
 }
 
 }  // namespace

@@ -8,7 +8,10 @@
 // timer for each vertex with parents on both sides) are those of a look-up
 // per id.
 //
-// Ids are shared texts: taking one from an object, a vertex or a list
+// Each vertex is asked for its id once: pass 1 records the new graph's
+// answers and a walk before passes 2 and 3 the old graph's, in a table per
+// graph (RunIdTable.h), and the parents' ids of pass 3 are read from there.
+// Ids are shared texts: taking one from an object, a vertex or a table
 // copies no bytes, so the passes allocate nothing per vertex but what they
 // append to the result lists.
 #include <vekzol/comparison/VEKZOLGraphComparator.h>
@@ -23,6 +26,7 @@
 #include "comparison/GraphReader.h"
 #include "comparison/IdCursor.h"
 #include "comparison/ParentIntersection.h"
+#include "comparison/RunIdTable.h"
 #include "graphs/IdMap.h"
 
 namespace {
@@ -30,16 +34,25 @@ namespace {
 using vekzol::comparison::IdCursor;
 
 using vekzol::comparison::GraphReader;
+using vekzol::comparison::RunIdTable;
 
 // Appends the id of each parent vertex of `vertex`, one per incoming edge
-// with a parent vertex, oldest edge first; ids are not tested here. The
-// edges are read where they stand, as GetParentEdges and GetParent give
+// with a parent vertex, oldest edge first, as read from `recorded` (the ids
+// the vertices of the graph answered in this run); a parent not recorded
+// there is asked, and its answer kept in `asked`. Ids are not tested here.
+// The edges are read where they stand, as GetParentEdges and GetParent give
 // them.
-void AppendParentIds(VEKZOLGraphVertex* vertex, std::vector<CString>& ids) {
+void AppendParentIds(VEKZOLGraphVertex* vertex, const RunIdTable& recorded,
+                     std::vector<const CString*>& ids, std::deque<CString>& asked) {
   for (VEKZOLGraphEdge* edge : GraphReader::ParentEdges(vertex)) {
     if (edge == nullptr) continue;
     if (VEKZOLGraphVertex* parent = GraphReader::ParentOf(edge)) {
-      ids.push_back(parent->GetID());
+      const CString* id = recorded.Find(parent);
+      if (id == nullptr) {
+        asked.push_back(parent->GetID());
+        id = &asked.back();
+      }
+      ids.push_back(id);
     }
   }
 }
@@ -55,7 +68,7 @@ void AppendMissing(const vekzol::graphs::IdMap<Element>& from,
   const size_t count = from.size();
   for (size_t i = 0; i < count; ++i) {
     GraphReader::Prefetch(entries + i, entries + count);
-    GraphReader::Prefetch(partners.Next(), partners.End());
+    GraphReader::PrefetchKeys(partners.Next(), partners.End());
     Element* element = entries[i].second;
     if (element == nullptr) {
       continue;
@@ -78,20 +91,22 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
   const auto& newVertices = *m_NewGraph->m_Vertices;
   const auto& oldVertices = *m_OldGraph->m_Vertices;
 
-  // Pass 1: vertices of the new graph; with names checked, the ident path
-  // travels from old to new and the old vertex's name meets its backup.
+  // Pass 1: vertices of the new graph, whose ids are recorded; with names
+  // checked, the ident path travels from old to new and the old vertex's
+  // name meets its backup.
+  RunIdTable newIds(newVertices.size());
   {
     IdCursor<VEKZOLGraphVertex> oldPartners(oldVertices);
     const auto* entries = newVertices.begin();
     const size_t count = newVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::Prefetch(entries + i, entries + count);
-      GraphReader::Prefetch(oldPartners.Next(), oldPartners.End());
+      GraphReader::PrefetchForNames(entries + i, entries + count);
+      GraphReader::PrefetchForNames(oldPartners.Next(), oldPartners.End());
       VEKZOLGraphVertex* newVertex = entries[i].second;
       if (newVertex == nullptr) {
         continue;
       }
-      CString id = newVertex->GetID();
+      const CString& id = newIds.Record(i, newVertex, newVertex->GetID());
       if (id.IsEmpty()) {
         continue;
       }
@@ -110,6 +125,20 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     }
   }
 
+  // The ids of the old graph's vertices, asked in id order as pass 2 would
+  // ask them.
+  RunIdTable oldIds(oldVertices.size());
+  {
+    const auto* entries = oldVertices.begin();
+    const size_t count = oldVertices.size();
+    for (size_t i = 0; i < count; ++i) {
+      GraphReader::PrefetchForId(entries + i, entries + count);
+      if (VEKZOLGraphVertex* oldVertex = entries[i].second) {
+        oldIds.Record(i, oldVertex, oldVertex->GetID());
+      }
+    }
+  }
+
   // Passes 2 and 3, over the vertices of the old graph in one walk, since
   // both take each vertex's id and look it up in the new graph the same
   // way: pass 2 lists the vertices the new graph lacks, pass 3 the vertices
@@ -121,21 +150,22 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
   {
     const bool timersCount = VEKZOLTimer::AreTimersEnabled();
     IdCursor<VEKZOLGraphVertex> newPartners(newVertices);
-    std::vector<CString> newParents;
-    std::vector<CString> oldParents;
+    std::vector<const CString*> newParents;
+    std::vector<const CString*> oldParents;
+    std::deque<CString> asked;
     std::deque<CString> newList;
     std::deque<CString> oldList;
     std::deque<CString> common;
     const auto* entries = oldVertices.begin();
     const size_t count = oldVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::Prefetch(entries + i, entries + count);
-      GraphReader::Prefetch(newPartners.Next(), newPartners.End());
+      GraphReader::PrefetchForParents(entries + i, entries + count, oldIds);
+      GraphReader::PrefetchForParents(newPartners.Next(), newPartners.End(), newIds);
       VEKZOLGraphVertex* oldVertex = entries[i].second;
       if (oldVertex == nullptr) {
         continue;
       }
-      CString id = oldVertex->GetID();
+      const CString& id = oldIds.At(i);
       if (id.IsEmpty()) {
         continue;
       }
@@ -146,8 +176,9 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       }
       newParents.clear();
       oldParents.clear();
-      AppendParentIds(newVertex, newParents);
-      AppendParentIds(oldVertex, oldParents);
+      if (!asked.empty()) asked.clear();
+      AppendParentIds(newVertex, newIds, newParents, asked);
+      AppendParentIds(oldVertex, oldIds, oldParents, asked);
       if (newParents.empty() && oldParents.empty()) {
         continue;  // a root on both sides
       }
@@ -155,13 +186,16 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       // a root that got a parent, or a vertex that became a root, is moved.
       bool shareAParent = false;
       if (timersCount) {
-        oldList.assign(oldParents.begin(), oldParents.end());
-        newList.assign(newParents.begin(), newParents.end());
+        oldList.clear();
+        newList.clear();
+        for (const CString* parent : oldParents) oldList.push_back(*parent);
+        for (const CString* parent : newParents) newList.push_back(*parent);
         common.clear();
         VEKZOLSTLServices::Intersection(oldList, newList, common);
         shareAParent = !common.empty();
       } else {
-        shareAParent = vekzol::comparison::IntersectionIsNotEmpty(oldParents, newParents);
+        shareAParent =
+            vekzol::comparison::IntersectionIsNotEmptyByReference(oldParents, newParents);
       }
       if (!shareAParent) {
         m_VerticesToBeMoved.push_back(id);

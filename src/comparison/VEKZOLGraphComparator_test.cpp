@@ -332,6 +332,38 @@ TEST(VEKZOLGraphComparatorRunTest, AVertexWhoseNewKeyIsStillFoundIsPartneredByIt
   EXPECT_EQ(Ids{"k2"}, comparator.Removed());
 }
 
+// An assigned graph holds the vertices of its source. With one vertex more
+// in front of all others, each shared vertex stands at another position in
+// each graph, and its parents are still matched by their ids: only the
+// extra vertex differs.
+TEST(VEKZOLGraphComparatorRunTest, GraphsSharingVerticesAtOtherPositionsDifferOnlyByTheirOwn) {
+  State older;
+  auto* p = older.Object("p");
+  auto* c = older.Object("c");
+  auto* d = older.Object("d");
+  older.Relation("p-c", p, c);
+  older.Relation("c-d", c, d);
+  older.Build();
+  VEKZOLGraph newer;
+  newer = older.graph;
+  graph_test::TestObject front("0-front");
+  VEKZOLGraphVertex* frontVertex = nullptr;
+  ASSERT_EQ(S_OK, newer.AddVertex(&front, frontVertex));
+
+  ComparatorPeer comparator(&newer, &older.graph);
+  EXPECT_EQ(S_OK, comparator.RunComparison(false));
+  EXPECT_EQ(Ids{"0-front"}, comparator.Added());
+  EXPECT_EQ(Ids{}, comparator.Removed());
+  EXPECT_EQ(Ids{}, comparator.Moved());
+  EXPECT_EQ(Ids{}, comparator.EdgesAdded());
+  EXPECT_EQ(Ids{}, comparator.EdgesRemoved());
+
+  // The source deletes the shared vertices; the assigned graph forgets them
+  // and its own vertex is freed here.
+  EXPECT_EQ(E_FAIL, newer.Cleanup());
+  delete frontVertex;
+}
+
 TEST(VEKZOLGraphComparatorRunTest, ASecondRunAppendsTheSameFindingsAgain) {
   State newer;
   State older;

@@ -31,7 +31,7 @@ long NeighbourStatus(std::uint32_t edgeCount, std::size_t dequeSize) {
 }  // namespace
 
 VEKZOLGraphVertex::VEKZOLGraphVertex(VEKIZOLObject* object)
-    : m_Object(object), m_IsLeaf(true), m_IsRoot(true) {
+    : m_Object(object), m_IsLeaf(true), m_IsRoot(true), m_RunPosition(0) {
   ++_RefCounter;
 }
 
@@ -43,7 +43,8 @@ VEKZOLGraphVertex::VEKZOLGraphVertex(const VEKZOLGraphVertex& other)
       m_IdentPath(other.m_IdentPath),
       m_BackupName(other.m_BackupName),
       m_IsLeaf(other.m_IsLeaf),
-      m_IsRoot(other.m_IsRoot) {}
+      m_IsRoot(other.m_IsRoot),
+      m_RunPosition(0) {}
 
 VEKZOLGraphVertex& VEKZOLGraphVertex::operator=(const VEKZOLGraphVertex& other) {
   m_Object = other.m_Object;

@@ -12,6 +12,7 @@
 #ifndef VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
 #define VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
 
+#include <cstdint>
 #include <deque>
 
 #include <vekzol/graphs/VEKZOLEdgeList.h>
@@ -75,7 +76,8 @@ class VEKZOL_API VEKZOLGraphVertex {
  protected:
   friend class VEKZOLGraph;
   // The comparison reads the parent edges directly and the other fields to
-  // ask memory ahead for what its next steps read; it changes nothing.
+  // ask memory ahead for what its next steps read; it changes nothing but
+  // the ident path (as SetIdentPath) and the position mark below.
   friend class vekzol::comparison::GraphReader;
 
   VEKIZOLObject* m_Object;
@@ -88,6 +90,11 @@ class VEKZOL_API VEKZOLGraphVertex {
   CString m_BackupName;
   bool m_IsLeaf;
   bool m_IsRoot;
+  // Where a comparison run last recorded this vertex's id in its table of
+  // one graph's ids (in the padding after the flags, so the vertex does not
+  // grow). Only a hint: the table checks that the vertex is the one it
+  // recorded there before it answers.
+  std::uint32_t m_RunPosition;
 };
 
 #endif  // VEKZOL_GRAPHS_VEKZOLGRAPHVERTEX_H_
