@@ -13,6 +13,9 @@
 // - RunComparison(true), against the same six lists computed by merges
 //   over sorted arrays of ids, (child, parent) id pairs, names and backup
 //   names, with the ident paths handed from old to new.
+// - The host calls alone that any comparison through the interface makes
+//   (BM_HostCallsOnly), against the same reference as RunComparison: a
+//   floor for its ratio.
 // - GetRootsToAdd plus GetRootsToRemove, against the same four root lists
 //   computed from the comparison's lists with sorted arrays.
 // BM_Memory builds one state's graph and reports the heap it takes per
