@@ -24,13 +24,29 @@ std::size_t g_allocations = 0;
 #pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 #endif
 
+// Every form a program may call is replaced, so that each block is freed
+// by the allocator that gave it (the standard library takes its temporary
+// buffers with the non-throwing form, for one).
 void* operator new(std::size_t size) {
   ++g_allocations;
   if (g_failAllocations) throw std::bad_alloc();
   if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
   throw std::bad_alloc();
 }
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  ++g_allocations;
+  if (g_failAllocations) return nullptr;
+  return std::malloc(size == 0 ? 1 : size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
+}
 void operator delete(void* block) noexcept { std::free(block); }
 void operator delete(void* block, std::size_t) noexcept { std::free(block); }
+void operator delete[](void* block) noexcept { std::free(block); }
+void operator delete[](void* block, std::size_t) noexcept { std::free(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { std::free(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { std::free(block); }
 
 #endif  // VEKZOL_SRC_PLATFORM_COUNTINGALLOCATORTESTING_H_
