@@ -109,8 +109,10 @@ class IdMap {
     uint32_t hash;
     size_t slot;
   };
-  Spot Locate(const CString& id) const noexcept {
-    const uint32_t hash = HashText(id.GetString());
+  Spot Locate(const CString& id) const noexcept { return Locate(id, HashText(id.GetString())); }
+
+  // Locate for an id whose HashText is known.
+  Spot Locate(const CString& id, uint32_t hash) const noexcept {
     if (m_HashTailOnly && m_SortedCount > 0) {
       const Entry* begin = m_Entries.data();
       const Entry* end = begin + m_SortedCount;
@@ -129,6 +131,27 @@ class IdMap {
       const Entry& entry = m_Entries[(content & m_IndexMask) - 1];
       if (platform::TextEqual(entry.first, id)) return {&entry, hash, slot};
     }
+  }
+
+  // Asking memory ahead for a look-up of the id with hash `hash`: first the
+  // table's slot where the search starts, then, once that has arrived, the
+  // entry it names. Neither changes anything, nor reads more than the slot.
+  void PrefetchSlot(uint32_t hash) const noexcept {
+    if (!m_Slots.empty()) __builtin_prefetch(&m_Slots[Home(hash)]);
+  }
+  void PrefetchEntry(uint32_t hash) const noexcept {
+    if (m_Slots.empty()) return;
+    const uint32_t content = m_Slots[Home(hash)];
+    if (content != 0) __builtin_prefetch(&m_Entries[(content & m_IndexMask) - 1]);
+  }
+
+  // Takes back the last `count` entries added, which were added since the
+  // last ordered read (to undo part of a bulk addition that failed).
+  void RemoveLast(size_t count) noexcept {
+    count = std::min(count, m_Entries.size());
+    m_Entries.erase(m_Entries.end() - static_cast<std::ptrdiff_t>(count), m_Entries.end());
+    m_SortedCount = std::min(m_SortedCount, m_Entries.size());
+    if (!m_Slots.empty()) RefillSlots();
   }
 
   // The value of the entry at `index` in id order, to replace it.
@@ -202,13 +225,45 @@ class IdMap {
     const auto less = [](const Entry& left, const Entry& right) {
       return platform::TextCompare(left.first, right.first) < 0;
     };
-    const auto middle = m_Entries.begin() + static_cast<std::ptrdiff_t>(m_SortedCount);
-    Guarded([&] {
-      std::sort(middle, m_Entries.end(), less);
-      // inplace_merge takes a buffer when it can and merges in place when
-      // it cannot, so it fails on nothing.
-      std::inplace_merge(m_Entries.begin(), middle, m_Entries.end(), less);
-    });
+    // A table of all entries keeps its slots when everything is sorted
+    // anew: only the indexes in them follow the entries, and no key is
+    // read again. That is done when the tail is the larger part (a bulk
+    // build, whose first few ids may have come in order); a short tail is
+    // sorted alone and merged in, and the table refilled.
+    bool remapSlots = !m_HashTailOnly && m_SortedCount < m_Entries.size() - m_SortedCount;
+    size_t first = remapSlots ? 0 : m_SortedCount;
+    const size_t tail = m_Entries.size() - first;
+    // Everything that can fail comes first: the tail's order, its entries
+    // in that order and where each index goes. A read never fails, so
+    // without the memory for them the tail is sorted where it stands, by
+    // its keys alone, and merged in.
+    std::vector<uint32_t> order;
+    std::vector<uint32_t> rankOf;
+    std::vector<Entry> sorted;
+    try {
+      order = TailOrder(first);
+      sorted.reserve(tail);
+      if (remapSlots) rankOf.resize(tail);
+    } catch (const std::bad_alloc&) {
+      first = m_SortedCount;
+      remapSlots = false;
+      std::sort(m_Entries.begin() + static_cast<std::ptrdiff_t>(first), m_Entries.end(), less);
+      order.clear();  // the tail stands in order already
+    }
+    for (uint32_t position : order) sorted.push_back(std::move(m_Entries[first + position]));
+    std::move(sorted.begin(), sorted.end(), m_Entries.begin() + static_cast<std::ptrdiff_t>(first));
+    if (remapSlots) {
+      for (uint32_t rank = 0; rank < tail; ++rank) rankOf[order[rank]] = rank;
+      for (uint32_t& slot : m_Slots) {
+        if (slot != 0) slot = (slot & ~m_IndexMask) | (rankOf[(slot & m_IndexMask) - 1] + 1);
+      }
+      m_SortedCount = m_Entries.size();
+      return;
+    }
+    const auto middle = m_Entries.begin() + static_cast<std::ptrdiff_t>(first);
+    // inplace_merge takes a buffer when it can and merges in place when it
+    // cannot, so it fails on nothing.
+    std::inplace_merge(m_Entries.begin(), middle, m_Entries.end(), less);
     m_SortedCount = m_Entries.size();
     if (m_HashTailOnly) {
       // Nothing is left unsorted: bisection finds every id.
@@ -275,6 +330,62 @@ class IdMap {
     } catch (const std::length_error&) {
       AtlThrow(E_OUTOFMEMORY);
     }
+  }
+
+  // The first sixteen bytes of a key up to its first NUL, as two numbers
+  // whose order is their byte order. The text must be a CString's, padded
+  // with NULs to a multiple of eight bytes.
+  struct Prefix {
+    uint64_t high;
+    uint64_t low;
+  };
+  static Prefix PrefixOf(const char* text) noexcept {
+    constexpr uint64_t kOnes = 0x0101010101010101ull;
+    constexpr uint64_t kHighs = 0x8080808080808080ull;
+    uint64_t words[2] = {0, 0};
+    for (int i = 0; i < 2; ++i) {
+      uint64_t word;
+      std::memcpy(&word, text + 8 * i, 8);
+      const uint64_t zeros = (word - kOnes) & ~word & kHighs;
+      if (zeros != 0) {
+        const unsigned nul = static_cast<unsigned>(__builtin_ctzll(zeros)) & ~7u;
+        words[i] = __builtin_bswap64(nul == 0 ? 0 : (word & (~0ull >> (64 - nul))));
+        break;  // the text ends here: the rest stays zero
+      }
+      words[i] = __builtin_bswap64(word);
+    }
+    return {words[0], words[1]};
+  }
+
+  // The positions of the entries from `first` on, relative to it, in
+  // ascending key order. The sort moves a key's first sixteen bytes with
+  // its position, so most compares read no key: only equal prefixes, and
+  // where byte order is not text order prefixes with bytes above ASCII,
+  // are settled by the keys themselves.
+  std::vector<uint32_t> TailOrder(size_t first) const {
+    struct Keyed {
+      Prefix prefix;
+      uint32_t position;
+    };
+    const size_t count = m_Entries.size() - first;
+    std::vector<Keyed> keyed(count);
+    for (size_t i = 0; i < count; ++i) {
+      keyed[i] = {PrefixOf(m_Entries[first + i].first.GetString()), static_cast<uint32_t>(i)};
+    }
+    const Entry* tail = m_Entries.data() + first;
+    std::sort(keyed.begin(), keyed.end(), [tail](const Keyed& left, const Keyed& right) {
+      constexpr uint64_t kHighs = 0x8080808080808080ull;
+      const Prefix& a = left.prefix;
+      const Prefix& b = right.prefix;
+      if ((a.high != b.high || a.low != b.low) &&
+          (platform::kByteOrderIsTextOrder || ((a.high | b.high | a.low | b.low) & kHighs) == 0)) {
+        return a.high != b.high ? a.high < b.high : a.low < b.low;
+      }
+      return platform::TextCompare(tail[left.position].first, tail[right.position].first) < 0;
+    });
+    std::vector<uint32_t> order(count);
+    for (size_t i = 0; i < count; ++i) order[i] = keyed[i].position;
+    return order;
   }
 
   // The table is at most four fifths full.

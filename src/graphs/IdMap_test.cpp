@@ -172,6 +172,50 @@ TEST(IdMapTest, ManyRandomInsertionsAnswerAsAnOrderedMap) {
   }
 }
 
+// The sort orders by a key's first eight bytes where they differ and by the
+// whole key where they are equal; keys that share those bytes, keys that
+// end within them, keys with bytes above ASCII in them, and a NUL among
+// them must still come out in text order, and every key must be found
+// again through the table afterwards.
+TEST(IdMapTest, KeysSharingTheirFirstEightBytesSortByTheirWholeText) {
+  std::vector<std::string> ids = {"PRC-0001",          "PRC-00019", "PRC-00012", "PRC-000",
+                                  "PRC-0001\x80",      "PRC",       "PRC-0001A", "\xC3\xA9-000001",
+                                  "\xC3\xA9-00000",    "PRC-0\x7F", "PRC-0\xFF", "P",
+                                  "PRC-00011234567890"};
+  std::vector<std::string> expected = ids;
+  std::sort(expected.begin(), expected.end(), [](const std::string& a, const std::string& b) {
+    return vekzol::platform::TextCompare(Text(a), Text(b)) < 0;
+  });
+  std::mt19937 random(5);
+  for (int round = 0; round < 20; ++round) {
+    std::shuffle(ids.begin(), ids.end(), random);
+    Map map;
+    std::vector<int> values(ids.size());
+    for (size_t i = 0; i < ids.size(); ++i) map.Insert(Text(ids[i]), &values[i]);
+    EXPECT_EQ(expected, Keys(map));
+    for (size_t i = 0; i < ids.size(); ++i) {
+      const auto* found = map.Find(Text(ids[i]));
+      ASSERT_NE(nullptr, found) << ids[i];
+      EXPECT_EQ(&values[i], found->second) << ids[i];
+    }
+    EXPECT_EQ(nullptr, map.Find("PRC-0002"));
+    EXPECT_EQ(nullptr, map.Find("PRC-00"));
+    // A second batch merges into the sorted entries.
+    int later = 0;
+    map.Insert("PRC-00015", &later);
+    map.Insert("PRC-0000", &later);
+    std::vector<std::string> merged = expected;
+    merged.push_back("PRC-00015");
+    merged.push_back("PRC-0000");
+    std::sort(merged.begin(), merged.end(), [](const std::string& a, const std::string& b) {
+      return vekzol::platform::TextCompare(Text(a), Text(b)) < 0;
+    });
+    EXPECT_EQ(merged, Keys(map));
+    EXPECT_EQ(&later, map.Find("PRC-00015")->second);
+    EXPECT_EQ(&values[0], map.Find(Text(ids[0]))->second);
+  }
+}
+
 TEST(IdMapTest, ReserveMakesRoomWithoutChangingTheMap) {
   Map map;
   int value = 0;

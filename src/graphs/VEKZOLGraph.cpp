@@ -12,6 +12,7 @@
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/platform/Status.h>
@@ -132,12 +133,7 @@ long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
       }
     }
   }
-  for (VEKIZOLRelation* relation : relations) {
-    if (relation != nullptr) {
-      VEKZOLGraphEdge* edge = nullptr;
-      AddEdge(relation, edge);
-    }
-  }
+  AddEdgesInBatches(relations);
   m_Vertices->Sort();
   m_Edges->Sort();
   VEKZOLLog::WriteMsg("Info:\t Build Graph <--", 0);
@@ -215,26 +211,144 @@ long VEKZOLGraph::AddEdge(VEKIZOLRelation* relation, VEKZOLGraphEdge*& edge) {
 
   // Each end is resolved here and never again: a vertex added later does not
   // repair this edge. A missing end is no failure; the other end is linked
-  // all the same. The lists grow before the links are set, so a failed
-  // append leaves no half-linked edge.
+  // all the same.
   VEKIZOLObject* source = nullptr;
   relation->GetSourceObject(source);
-  if (const auto* found = FindVertexOf(*m_Vertices, source)) {
-    VEKZOLGraphVertex* parent = found->second;
-    parent->m_ChildEdges.push_back(added);
-    added->m_Parent = parent;
-    added->m_ParentIdHint = found->first.GetString();
-    parent->m_IsLeaf = false;
-  }
+  LinkEnds(added, FindVertexOf(*m_Vertices, source), static_cast<const VertexMap::Entry*>(nullptr));
   VEKIZOLObject* target = nullptr;
   relation->GetTargetObject(target);
-  if (const auto* found = FindVertexOf(*m_Vertices, target)) {
-    VEKZOLGraphVertex* child = found->second;
-    child->m_ParentEdges.push_back(added);
-    added->m_Child = child;
+  LinkEnds(added, static_cast<const VertexMap::Entry*>(nullptr), FindVertexOf(*m_Vertices, target));
+  return S_OK;
+}
+
+// The lists grow before the links are set, so a failed append leaves no
+// half-linked edge.
+template <typename Entry>
+void VEKZOLGraph::LinkEnds(VEKZOLGraphEdge* edge, const Entry* source, const Entry* target) {
+  if (source != nullptr) {
+    VEKZOLGraphVertex* parent = source->second;
+    parent->m_ChildEdges.push_back(edge);
+    edge->m_Parent = parent;
+    edge->m_ParentIdHint = source->first.GetString();
+    parent->m_IsLeaf = false;
+  }
+  if (target != nullptr) {
+    VEKZOLGraphVertex* child = target->second;
+    child->m_ParentEdges.push_back(edge);
+    edge->m_Child = child;
     child->m_IsRoot = false;
   }
-  return S_OK;
+}
+
+namespace {
+
+// A relation of a batch whose edge is added and whose ends are asked for:
+// the ids its end objects answered, then their entries among the vertices.
+struct PendingEdge {
+  VEKZOLGraphEdge* edge = nullptr;
+  CString ids[2];                  // source, target
+  bool asked[2] = {false, false};  // the end object was there and told its id
+  uint32_t hashes[2] = {0, 0};
+  const VertexMap::Entry* found[2] = {nullptr, nullptr};
+};
+
+constexpr size_t kEdgeBatch = 64;
+
+}  // namespace
+
+// Build's edges, each relation as AddEdge adds it: the host is asked the
+// same things in the same order (the relation's id; for a new id its
+// source object and that object's id, then its target object and that
+// object's id). What AddEdge does between those calls asks the host
+// nothing: looking the ends' ids up among the vertices and linking. That
+// part is done for a batch of relations at a time, in steps over the whole
+// batch, each step asking memory ahead for the next one (the table slots,
+// then the entries, then the vertices), because the relations come in no
+// particular order and each look-up would otherwise wait for several cache
+// misses in turn. The edges are linked in the relations' order, so every
+// vertex's lists come out as from AddEdge.
+//
+// When something throws, the graph is left as AddEdge one by one would
+// have left it: the relations asked so far are linked, and if linking
+// itself fails, the edges of the batch that were not linked yet leave the
+// graph again.
+void VEKZOLGraph::AddEdgesInBatches(std::deque<VEKIZOLRelation*>& relations) {
+  std::vector<PendingEdge> batch(kEdgeBatch);
+  const auto linkBatch = [this, &batch](size_t count) {
+    const VertexMap& vertices = *m_Vertices;
+    for (size_t i = 0; i < count; ++i) {
+      for (int end = 0; end < 2; ++end) {
+        if (!batch[i].asked[end]) continue;
+        batch[i].hashes[end] = vekzol::graphs::HashText(batch[i].ids[end].GetString());
+        vertices.PrefetchSlot(batch[i].hashes[end]);
+      }
+    }
+    for (size_t i = 0; i < count; ++i) {
+      for (int end = 0; end < 2; ++end) {
+        if (batch[i].asked[end]) vertices.PrefetchEntry(batch[i].hashes[end]);
+      }
+    }
+    for (size_t i = 0; i < count; ++i) {
+      for (int end = 0; end < 2; ++end) {
+        if (!batch[i].asked[end]) continue;
+        // As FindVertexOf answers: no link for a missing id or a null entry.
+        const VertexMap::Entry* found =
+            vertices.Locate(batch[i].ids[end], batch[i].hashes[end]).entry;
+        if (found == nullptr || found->second == nullptr) continue;
+        batch[i].found[end] = found;
+        const char* vertex = reinterpret_cast<const char*>(found->second);
+        __builtin_prefetch(vertex, 1);
+        __builtin_prefetch(vertex + sizeof(VEKZOLGraphVertex) - 1, 1);
+      }
+    }
+    size_t linked = 0;
+    try {
+      for (; linked < count; ++linked) {
+        LinkEnds(batch[linked].edge, batch[linked].found[0], batch[linked].found[1]);
+      }
+    } catch (...) {
+      // The edge whose link failed stays, as AddEdge leaves it; the later
+      // ones of the batch leave the graph, as if their relations had not
+      // been reached.
+      m_Edges->RemoveLast(count - linked - 1);
+      for (size_t i = linked + 1; i < count; ++i) delete batch[i].edge;
+      throw;
+    }
+  };
+  auto next = relations.begin();
+  while (next != relations.end()) {
+    size_t count = 0;
+    try {
+      for (; next != relations.end() && count < kEdgeBatch; ++next) {
+        VEKIZOLRelation* relation = *next;
+        if (relation == nullptr) continue;
+        CString id = relation->GetID();
+        const auto spot = m_Edges->Locate(id);
+        if (spot.entry != nullptr) continue;  // the first relation of an id stays
+        auto created = std::make_unique<VEKZOLGraphEdge>(relation);
+        m_Edges->Add(spot, id, created.get());
+        PendingEdge& pending = batch[count++];
+        pending = PendingEdge();
+        pending.edge = created.release();
+        VEKIZOLObject* source = nullptr;
+        relation->GetSourceObject(source);
+        if (source != nullptr) {
+          source->GetID(pending.ids[0]);
+          pending.asked[0] = true;
+        }
+        VEKIZOLObject* target = nullptr;
+        relation->GetTargetObject(target);
+        if (target != nullptr) {
+          target->GetID(pending.ids[1]);
+          pending.asked[1] = true;
+        }
+      }
+    } catch (...) {
+      linkBatch(count);
+      throw;
+    }
+    linkBatch(count);
+  }
 }
 
 long VEKZOLGraph::GetVertex(const CString& id, VEKZOLGraphVertex*& vertex) {

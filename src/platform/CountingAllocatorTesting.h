@@ -2,9 +2,10 @@
 // A replacement of the global allocator for test programs that count
 // allocations or make them fail: include it in exactly one source file of
 // the program. Every allocation through operator new adds one to
-// `g_allocations`; while `g_failAllocations` is set, each raises
-// std::bad_alloc, so a test can check that the library turns it into
-// CAtlException(E_OUTOFMEMORY) and leaves its objects as they were.
+// `g_allocations`; while `g_failAllocations` is set, or once the count
+// passes `g_failBeyond`, each raises std::bad_alloc, so a test can check
+// that the library turns it into CAtlException(E_OUTOFMEMORY) and leaves
+// its objects as they were.
 #ifndef VEKZOL_SRC_PLATFORM_COUNTINGALLOCATORTESTING_H_
 #define VEKZOL_SRC_PLATFORM_COUNTINGALLOCATORTESTING_H_
 
@@ -15,6 +16,8 @@
 namespace {
 bool g_failAllocations = false;
 std::size_t g_allocations = 0;
+constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
+std::size_t g_failBeyond = kNoLimit;
 }  // namespace
 
 // GCC pairs `new` with its own built-in idea of the allocator and, once the
@@ -29,14 +32,14 @@ std::size_t g_allocations = 0;
 // buffers with the non-throwing form, for one).
 void* operator new(std::size_t size) {
   ++g_allocations;
-  if (g_failAllocations) throw std::bad_alloc();
+  if (g_failAllocations || g_allocations > g_failBeyond) throw std::bad_alloc();
   if (void* block = std::malloc(size == 0 ? 1 : size)) return block;
   throw std::bad_alloc();
 }
 void* operator new[](std::size_t size) { return operator new(size); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   ++g_allocations;
-  if (g_failAllocations) return nullptr;
+  if (g_failAllocations || g_allocations > g_failBeyond) return nullptr;
   return std::malloc(size == 0 ? 1 : size);
 }
 void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {

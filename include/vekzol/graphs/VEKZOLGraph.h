@@ -134,6 +134,15 @@ class VEKZOL_API VEKZOLGraph {
   // made in id order (see the library's sources).
   void AddVerticesInIdOrder(std::deque<VEKIZOLObject*>& objects);
 
+  // Build's edge step: each relation as AddEdge adds it, the ends of a
+  // batch of relations looked up together (see the library's sources).
+  void AddEdgesInBatches(std::deque<VEKIZOLRelation*>& relations);
+
+  // AddEdge's links of `edge` to the vertex of its source's id and the
+  // vertex of its target's id, each given as its map entry (null: no link).
+  template <typename Entry>
+  static void LinkEnds(VEKZOLGraphEdge* edge, const Entry* source, const Entry* target);
+
   // The depth-first walk below `start` that GetAllChildren, GetAllLeaves
   // and Dump share; defined in the library's sources.
   template <typename Hooks>
