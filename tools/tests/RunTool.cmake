@@ -25,7 +25,8 @@ file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
 
 # The library's switches come from the environment: the caller's must not
-# leak in. Its trace file goes to the work directory.
+# leak in. Its trace file, where a test turns the trace on, goes to the
+# work directory.
 set(ENV{TEMP} "${WORK_DIR}")
 foreach(variable VEK_ZOL_LOG_ENABLED VEK_ZOL_LOG_VERBOSE JBM_RQT_IN VEK_ZOL_TIMERS_ENABLED
     VEK_ZOL_DUMP_DECOMPRESSED_BLOBS JBM_RQT_OUT JBM_RQT_TEMP)

@@ -1,6 +1,7 @@
 // Tests of the vekzol tool's pieces that need no process of their own: the
 // JSON escaping and the two renderings of a comparison, the positions of
-// JSON errors, and the output file that appears only on success.
+// JSON errors, the output file that appears only on success, and the
+// environment variables of the process.
 #include <gtest/gtest.h>
 #include <simdjson.h>
 
@@ -13,6 +14,7 @@
 #include "ComparisonReport.h"
 #include "FileIO.h"
 #include "JsonLocation.h"
+#include "Platform.h"
 #include "ToolError.h"
 
 namespace vekzol_tool {
@@ -160,6 +162,15 @@ TEST(ReadWholeInput, NamesAMissingFile) {
     EXPECT_EQ(std::string(error.what()),
               TempPath("missing.txt") + ": cannot open: No such file or directory");
   }
+}
+
+// The variable the tool sets to switch the library's trace off must be
+// seen as set afterwards, in the environment the library reads.
+TEST(Environment, SetVariableIsSeenAsSet) {
+  const char* const name = "VEKZOL_TOOL_TEST_SWITCH";
+  EXPECT_FALSE(EnvironmentVariableIsSet(name));
+  ASSERT_TRUE(SetEnvironmentVariableOfProcess(name, "FALSE"));
+  EXPECT_TRUE(EnvironmentVariableIsSet(name));
 }
 
 }  // namespace

@@ -44,6 +44,7 @@ struct GenerateOptions {
   int vertices = 0;
   double changes = 2.0;  // percent
   uint32_t seed = 12345;
+  int idBytes = 11;  // 11: "PRD-0446620"; 40: a kind and a GUID
   std::string oldModel;
   std::string newModel;
   std::string expected;  // optional: the expected comparison, as JSON

@@ -3,8 +3,8 @@
 // generator, for trying the tool at scale, and optionally the comparison
 // the generator states for them, in the form `compare --check-names
 // --roots --format json` prints.
-#include <cstdlib>
 #include <string>
+#include <unordered_map>
 
 #include <vekzol/VEKZOLBase.h>
 
@@ -30,6 +30,16 @@ void Append(std::string& json, const CString& text) {
 // Writes one state; with `model` the old state's backup names and ident
 // paths go with its objects, as a host sets them before comparing.
 void WriteState(const ModelState& state, const GeneratedModel* model, Output& output) {
+  // The element number of each object, for its backup name. The state made
+  // its objects in the order of its elements; the id cannot tell, since a
+  // GUID-shaped id does not spell the number out.
+  std::unordered_map<const VEKIZOLObject*, int> elementOf;
+  if (model != nullptr) {
+    elementOf.reserve(state.objects.size());
+    for (size_t i = 0; i < state.objects.size(); ++i) {
+      elementOf.emplace(state.objects[i].get(), state.elements[i]);
+    }
+  }
   std::string json = "{\"objects\": [";
   bool first = true;
   for (VEKIZOLObject* object : state.objectList) {
@@ -40,8 +50,7 @@ void WriteState(const ModelState& state, const GeneratedModel* model, Output& ou
     json += ", \"name\": ";
     Append(json, object->GetDisplayName());
     if (model != nullptr) {
-      // Ids are "<kind>-<element number>".
-      const long element = std::strtol(id.GetString() + 4, nullptr, 10);
+      const int element = elementOf.at(object);
       json += ", \"backupName\": ";
       Append(json, CString(model->backupNames[static_cast<size_t>(element)].c_str()));
       json += ", \"identPath\": ";
@@ -111,6 +120,9 @@ int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
   if (!(options.changes >= 0.0 && options.changes <= 100.0)) {
     throw ToolError("--changes must be a percentage from 0 to 100");
   }
+  if (options.idBytes != 11 && options.idBytes != 40) {
+    throw ToolError("--id-bytes must be 11 or 40");
+  }
   if (options.oldModel == "-" || options.newModel == "-" || options.expected == "-") {
     throw ToolError("generate writes files, not standard output");
   }
@@ -121,6 +133,7 @@ int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
   generator.removed = generator.added = generator.moved = generator.renamed =
       options.changes / 100.0;
   generator.seed = options.seed;
+  generator.guidIds = options.idBytes == 40;
   phases.Begin("generating");
   const auto model = vekzol::comparison_model::Generate(generator);
   phases.End("generate");

@@ -1,5 +1,8 @@
 // File: GraphTextCommand.cpp
 // vekzol dump MODEL and vekzol show MODEL: the graph's own text forms.
+#include <memory>
+#include <utility>
+
 #include <vekzol/VEKZOLBase.h>
 
 #include "Commands.h"
@@ -7,6 +10,7 @@
 #include "ModelFile.h"
 #include "Phases.h"
 #include "Platform.h"
+#include "ProcessExit.h"
 #include "ToolError.h"
 
 namespace vekzol_tool {
@@ -14,9 +18,12 @@ namespace vekzol_tool {
 int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   Output output(options.output);
   Phases phases(StandardErrorIsTerminal() && !common.quiet, common.timings);
-  ModelFile model(options.model);
+  auto file = std::make_unique<ModelFile>(options.model);
+  ModelFile& model = *file;
   phases.Begin("reading " + model.Path());
-  model.Load(phases);
+  PhaseTimes times;
+  model.Load(times);
+  phases.Record(times);
   phases.NoteElements(model.Elements());
   phases.End("load " + model.Path());
   phases.Begin("building graph");
@@ -36,6 +43,7 @@ int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   phases.End("render");
   output.Write(text.GetString(), static_cast<size_t>(text.GetLength()));
   output.Commit();
+  LeaveToProcessExit(std::move(file));
   phases.PrintTimings();
   return kExitSame;
 }

@@ -41,6 +41,10 @@ void Phases::End(const std::string& name, const std::string& detail) {
 
 void Phases::Record(const std::string& name, double seconds) { times_.emplace_back(name, seconds); }
 
+void Phases::Record(const PhaseTimes& times) {
+  times_.insert(times_.end(), times.begin(), times.end());
+}
+
 void Phases::PrintTimings() const {
   if (!printTimings_) return;
   for (const auto& [name, seconds] : times_) {

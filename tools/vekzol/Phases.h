@@ -14,6 +14,10 @@
 
 namespace vekzol_tool {
 
+// Times of phases measured apart from a Phases (on another thread), to be
+// recorded in order afterwards.
+using PhaseTimes = std::vector<std::pair<std::string, double>>;
+
 // Models with more elements than this show progress on a terminal.
 constexpr size_t kProgressThreshold = 100000;
 
@@ -34,6 +38,7 @@ class Phases {
 
   // Records a time measured elsewhere (a part of a phase).
   void Record(const std::string& name, double seconds);
+  void Record(const PhaseTimes& times);
 
   // With --timings: one line per recorded phase and the whole run.
   void PrintTimings() const;

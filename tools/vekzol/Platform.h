@@ -1,7 +1,8 @@
 // File: Platform.h
 // The few operating-system questions the vekzol tool asks, kept in one
 // place: whether standard error is a terminal, how to put a finished file
-// in place of another, and how to switch the standard streams to binary.
+// in place of another, how to switch the standard streams to binary, and
+// how to read and set a variable of the process's environment.
 #ifndef VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 #define VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 
@@ -20,6 +21,16 @@ bool ReplaceFile(const std::string& from, const std::string& to, std::string& er
 // Standard input and output carry blobs byte for byte (no text-mode
 // translation on Windows).
 void SetBinaryStandardStreams();
+
+// True when the environment variable `name` is set in this process, also
+// when it is set to an empty value. Asks the same environment the library
+// reads its switches from.
+bool EnvironmentVariableIsSet(const char* name);
+
+// Sets the environment variable `name` to `value` in this process's own
+// environment, where the library reads it; the parent's is not touched.
+// False when the system refuses.
+bool SetEnvironmentVariableOfProcess(const char* name, const char* value);
 
 }  // namespace vekzol_tool
 

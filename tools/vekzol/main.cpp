@@ -12,6 +12,7 @@
 #include <vekzol/VEKZOLBase.h>
 
 #include "Commands.h"
+#include "LibraryTrace.h"
 #include "ToolError.h"
 
 #ifndef VEKZOL_TOOL_VERSION
@@ -27,8 +28,11 @@ const char* const kModelHelp =
     "\"attributes\": {...}, \"backupName\", \"identPath\"}], \"relations\": [{\"id\": ...,\n"
     "\"source\", \"target\", \"type\"}]}; only \"id\" is required. Duplicate ids (the first\n"
     "wins) and relation ends that name no object are counted on standard error.\n"
-    "The library writes its trace file to TEMP; with JBM_RQT_IN set (batch mode) it\n"
-    "also copies trace lines to standard output: use -o FILE to keep the result apart.";
+    "The library's trace is off unless you pass --trace or set VEK_ZOL_LOG_ENABLED\n"
+    "(any value: the library's own rule then applies). The trace file goes to TEMP\n"
+    "(on POSIX then TMPDIR, then /tmp); --trace prints its path on standard error at\n"
+    "the end. While the trace is on, JBM_RQT_IN set (batch mode) also copies its\n"
+    "lines to standard output: use -o FILE to keep the result apart.";
 
 int Run(int argc, char** argv) {
   CLI::App app(
@@ -38,7 +42,7 @@ int Run(int argc, char** argv) {
       "vekzol");
   app.set_version_flag("--version", std::string("vekzol ") + VEKZOL_TOOL_VERSION);
   app.require_subcommand(1);
-  // -q and --timings may stand before or after the command.
+  // -q, --timings and --trace may stand before or after the command.
   app.fallthrough();
   app.footer(kModelHelp);
 
@@ -46,6 +50,10 @@ int Run(int argc, char** argv) {
   app.add_flag("-q,--quiet", common.quiet,
                "No progress and no counts of duplicate ids and unknown ends");
   app.add_flag("--timings", common.timings, "Print the time of each phase on standard error");
+  bool trace = false;
+  app.add_flag("--trace", trace,
+               "Keep the library's trace file (off otherwise) and print its path on standard "
+               "error at the end");
 
   CompareOptions compare;
   CLI::App* compareCommand = app.add_subcommand(
@@ -132,6 +140,10 @@ int Run(int argc, char** argv) {
   generateCommand->add_option("--seed", generate.seed, "Seed of the random choices")
       ->capture_default_str();
   generateCommand
+      ->add_option("--id-bytes", generate.idBytes,
+                   "Length of the ids: 11 (\"PRD-0446620\") or 40 (a kind and a GUID)")
+      ->capture_default_str();
+  generateCommand
       ->add_option("--expected", generate.expected,
                    "Also write the comparison that `compare --check-names --roots "
                    "--format json OLD NEW` must print")
@@ -164,6 +176,8 @@ int Run(int argc, char** argv) {
     app.exit(error);
     return kExitError;
   }
+  // Nothing has called the library yet: it reads its switches at first use.
+  PrepareLibraryTrace(trace);
 
   if (*compareCommand) return RunCompare(compare, common);
   if (*dumpCommand) return RunGraphText(dump, common);
@@ -176,8 +190,9 @@ int Run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  int status = kExitError;
   try {
-    return Run(argc, argv);
+    status = Run(argc, argv);
   } catch (const ToolError& error) {
     std::fprintf(stderr, "vekzol: %s\n", error.what());
   } catch (const CAtlException& error) {
@@ -188,5 +203,6 @@ int main(int argc, char** argv) {
   } catch (const std::exception& error) {
     std::fprintf(stderr, "vekzol: %s\n", error.what());
   }
-  return kExitError;
+  ReportLibraryTrace();
+  return status;
 }
