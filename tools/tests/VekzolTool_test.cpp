@@ -173,5 +173,34 @@ TEST(Environment, SetVariableIsSeenAsSet) {
   EXPECT_TRUE(EnvironmentVariableIsSet(name));
 }
 
+#ifndef _WIN32
+TEST(MappedFile, MapsAFileWhoseLastPageHasRoomAndReadsItsBytes) {
+  const std::string path = TempPath("mapped.json");
+  { std::ofstream(path, std::ios::binary) << "{\"objects\": []}"; }
+  MappedFile mapped;
+  ASSERT_TRUE(mapped.Map(path, 64));
+  EXPECT_EQ(std::string(mapped.Data(), mapped.Size()), "{\"objects\": []}");
+  // The room past the end reads as zeros.
+  EXPECT_EQ(std::string(mapped.Data() + mapped.Size(), 64), std::string(64, '\0'));
+}
+#endif
+
+TEST(MappedFile, LeavesEmptyMissingAndOtherFilesToBeRead) {
+  const std::string empty = TempPath("empty.json");
+  { std::ofstream(empty, std::ios::binary); }
+  MappedFile emptyFile;
+  EXPECT_FALSE(emptyFile.Map(empty, 64));
+  MappedFile missing;
+  EXPECT_FALSE(missing.Map(TempPath("missing.json"), 64));
+  MappedFile directory;
+  EXPECT_FALSE(directory.Map(TempPath(""), 64));
+  // No page has room for more than a page past the end.
+  const std::string small = TempPath("small.json");
+  { std::ofstream(small, std::ios::binary) << "{}"; }
+  MappedFile tooLittleRoom;
+  EXPECT_FALSE(tooLittleRoom.Map(small, 1u << 20));
+  EXPECT_EQ(nullptr, tooLittleRoom.Data());
+}
+
 }  // namespace
 }  // namespace vekzol_tool

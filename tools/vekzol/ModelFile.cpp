@@ -18,6 +18,7 @@
 
 #include "JsonLocation.h"
 #include "Phases.h"
+#include "Platform.h"
 #include "ToolError.h"
 
 namespace vekzol_tool {
@@ -51,7 +52,7 @@ simdjson::padded_string ReadFile(const std::string& path) {
 // position of the value concerned.
 class ModelFile::Reader {
  public:
-  Reader(ModelFile& model, simdjson::padded_string& text) : model_(model), text_(text) {}
+  Reader(ModelFile& model, std::string_view text) : model_(model), text_(text) {}
 
   void Read(simdjson::dom::element root) {
     simdjson::dom::object top;
@@ -80,7 +81,8 @@ class ModelFile::Reader {
  private:
   [[noreturn]] void Fail(const std::string& pointer, const std::string& what) {
     size_t offset = 0;
-    if (FindValue(text_, pointer, offset)) {
+    simdjson::padded_string text(text_.data(), text_.size());
+    if (FindValue(text, pointer, offset)) {
       const TextPosition at = PositionOf(text_.data(), text_.size(), offset);
       throw ToolError(model_.path_ + ":" + std::to_string(at.line) + ":" +
                       std::to_string(at.column) + ": " + what);
@@ -225,7 +227,7 @@ class ModelFile::Reader {
   }
 
   ModelFile& model_;
-  simdjson::padded_string& text_;
+  std::string_view text_;  // the whole file, for positions in messages
   // The objects by id, for the relations' ends; the texts are the parsed
   // document's. An open-addressing table that keeps each key's hash: a
   // look-up costs about one cache miss where a node-based map costs three.
@@ -244,13 +246,22 @@ ModelFile::~ModelFile() = default;
 
 void ModelFile::Load(PhaseTimes& times) {
   const Clock::time_point start = Clock::now();
-  simdjson::padded_string text = ReadFile(path_);
+  MappedFile mapped;
+  simdjson::padded_string copy;
+  std::string_view text;
+  if (mapped.Map(path_, simdjson::SIMDJSON_PADDING)) {
+    text = std::string_view(mapped.Data(), mapped.Size());
+  } else {
+    copy = ReadFile(path_);
+    text = std::string_view(copy.data(), copy.size());
+  }
   const Clock::time_point read = Clock::now();
   times.emplace_back("read " + path_, Phases::Seconds(read - start));
 
   simdjson::dom::parser parser;
   simdjson::dom::element root;
-  const simdjson::error_code error = parser.parse(text).get(root);
+  // Both forms of the text are followed by the parser's padding.
+  const simdjson::error_code error = parser.parse(text.data(), text.size(), false).get(root);
   const Clock::time_point parsed = Clock::now();
   times.emplace_back("parse " + path_, Phases::Seconds(parsed - read));
   if (error != simdjson::SUCCESS) {

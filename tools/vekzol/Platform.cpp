@@ -21,6 +21,9 @@
 // that name is meant below.
 #undef ReplaceFile
 #else
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -72,6 +75,47 @@ bool SetEnvironmentVariableOfProcess(const char* name, const char* value) {
   return ::SetEnvironmentVariableA(name, value) != 0;
 #else
   return ::setenv(name, value, 1) == 0;
+#endif
+}
+
+MappedFile::~MappedFile() {
+#ifndef _WIN32
+  if (address_ != nullptr) ::munmap(address_, size_);
+#endif
+}
+
+bool MappedFile::Map(const std::string& path, size_t bytesPastTheEnd) {
+#ifdef _WIN32
+  (void)path;
+  (void)bytesPastTheEnd;
+  return false;
+#else
+  if (address_ != nullptr) return false;
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return false;
+  struct stat status {};
+  const long pageSize = ::sysconf(_SC_PAGESIZE);
+  bool mappable = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+                  status.st_size > 0 && pageSize > 0;
+  const size_t size = mappable ? static_cast<size_t>(status.st_size) : 0;
+  if (mappable) {
+    const size_t usedOfLastPage = size % static_cast<size_t>(pageSize);
+    mappable =
+        usedOfLastPage != 0 && static_cast<size_t>(pageSize) - usedOfLastPage >= bytesPastTheEnd;
+  }
+  void* address = MAP_FAILED;
+  if (mappable) {
+    int flags = MAP_PRIVATE;
+#ifdef MAP_POPULATE
+    flags |= MAP_POPULATE;  // all pages at once, not a fault each
+#endif
+    address = ::mmap(nullptr, size, PROT_READ, flags, descriptor, 0);
+  }
+  ::close(descriptor);
+  if (address == MAP_FAILED) return false;
+  address_ = address;
+  size_ = size;
+  return true;
 #endif
 }
 

@@ -6,6 +6,7 @@
 #ifndef VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 #define VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 
+#include <cstddef>
 #include <string>
 
 namespace vekzol_tool {
@@ -31,6 +32,31 @@ bool EnvironmentVariableIsSet(const char* name);
 // environment, where the library reads it; the parent's is not touched.
 // False when the system refuses.
 bool SetEnvironmentVariableOfProcess(const char* name, const char* value);
+
+// A file's bytes mapped into memory read-only, for a parser that reads a
+// few bytes past the end of its input: a model file is read by the page as
+// the parser gets to it, not copied into a buffer of the process first.
+// Only a regular, non-empty file whose last page leaves room for those
+// bytes is mapped (the room reads as zeros); otherwise, and on systems
+// where the tool does not map files, Map answers false and the caller
+// reads the file as usual. A file cut short by another process while it
+// is mapped ends the process with a bus error, as for any program that
+// maps its input.
+class MappedFile {
+ public:
+  MappedFile() = default;
+  ~MappedFile();
+  MappedFile(const MappedFile&) = delete;
+  MappedFile& operator=(const MappedFile&) = delete;
+
+  bool Map(const std::string& path, size_t bytesPastTheEnd);
+  const char* Data() const { return static_cast<const char*>(address_); }
+  size_t Size() const { return size_; }
+
+ private:
+  void* address_ = nullptr;
+  size_t size_ = 0;
+};
 
 }  // namespace vekzol_tool
 
