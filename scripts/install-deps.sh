@@ -20,7 +20,7 @@ elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else
   packages=(cmake make g++ pkg-config googletest libgtest-dev libgmock-dev libbenchmark-dev zlib1g-dev
-    libsimdjson-dev nlohmann-json3-dev libcli11-dev libtsl-hopscotch-map-dev)
+    libsimdjson-dev nlohmann-json3-dev libcli11-dev)
   # The end-to-end benchmark bench/compare-models.sh: GNU time for its
   # measures, networkx for the script it compares with, gnuplot for its plot.
   packages+=(time python3-networkx gnuplot-nox)

@@ -5,7 +5,6 @@
 #include "ModelFile.h"
 
 #include <simdjson.h>
-#include <tsl/hopscotch_map.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -16,6 +15,7 @@
 #include <string_view>
 #include <utility>
 
+#include "IdIndex.h"
 #include "JsonLocation.h"
 #include "Phases.h"
 #include "Platform.h"
@@ -146,9 +146,30 @@ class ModelFile::Reader {
   void ReadObjects(simdjson::dom::array objects) {
     // Exactly the room needed: the objects never move once made.
     model_.objects_.reserve(objects.size());
-    ids_.reserve(objects.size());
+    ids_ = IdIndex<ModelObject>(objects.size());
+    // The ids of the objects some entries ahead are hashed and their slots
+    // asked for, as for the relations' ends below.
+    constexpr size_t kAhead = 16;
+    uint64_t idHashes[kAhead] = {};
+    auto ahead = objects.begin();
+    const auto last = objects.end();
+    size_t asked = 0;
+    const auto askAhead = [&] {
+      if (ahead == last) return;
+      uint64_t& hash = idHashes[asked % kAhead];
+      hash = 0;
+      std::string_view id;
+      if ((*ahead).at_key("id").get_string().get(id) == simdjson::SUCCESS) {
+        hash = IdIndex<ModelObject>::Hash(id);
+        ids_.PrefetchSlot(hash);
+      }
+      ++ahead;
+      ++asked;
+    };
+    while (asked < kAhead && ahead != last) askAhead();
     size_t index = 0;
     for (simdjson::dom::element element : objects) {
+      const uint64_t askedHash = idHashes[index % kAhead];
       const EntryAt at{"/objects", index++};
       simdjson::dom::object entry;
       if (element.get_object().get(entry) != simdjson::SUCCESS) {
@@ -189,7 +210,8 @@ class ModelFile::Reader {
       }
       // For the look-up of relation ends; of equal ids the first object is
       // kept, as in the graph.
-      ids_.emplace(id, &object);
+      ids_.Add(id, askedHash != 0 ? askedHash : IdIndex<ModelObject>::Hash(id), &object);
+      askAhead();
     }
     model_.stats_.objects = model_.objects_.size();
   }
@@ -197,18 +219,50 @@ class ModelFile::Reader {
   VEKIZOLObject* End(simdjson::dom::object entry, const char* key, const EntryAt& at) {
     std::string_view id;
     if (!Text(entry, key, at, id)) return nullptr;
-    const auto found = ids_.find(id);
-    if (found == ids_.end()) {
-      ++model_.stats_.unknownEnds;
-      return nullptr;
-    }
-    return found->second;
+    ModelObject* found = ids_.Find(id, IdIndex<ModelObject>::Hash(id));
+    if (found == nullptr) ++model_.stats_.unknownEnds;
+    return found;
   }
 
   void ReadRelations(simdjson::dom::array relations) {
     model_.relations_.reserve(relations.size());
+    // The ends of the relations some entries ahead are hashed and their
+    // slots asked for, then, half way, the texts of those slots (see
+    // IdIndex.h). Nothing is checked there: an entry that is not as it
+    // should be is only reported when its turn comes.
+    constexpr size_t kAhead = 16;
+    constexpr size_t kHalfway = 8;
+    uint64_t endHashes[kAhead][2] = {};
+    auto ahead = relations.begin();
+    const auto last = relations.end();
+    size_t asked = 0;
+    const auto askAhead = [&] {
+      if (ahead == last) return;
+      uint64_t* hashes = endHashes[asked % kAhead];
+      hashes[0] = hashes[1] = 0;
+      simdjson::dom::object entry;
+      if ((*ahead).get_object().get(entry) == simdjson::SUCCESS) {
+        const char* const keys[2] = {"source", "target"};
+        for (int end = 0; end < 2; ++end) {
+          std::string_view id;
+          if (entry.at_key(keys[end]).get_string().get(id) == simdjson::SUCCESS) {
+            hashes[end] = IdIndex<ModelObject>::Hash(id);
+            ids_.PrefetchSlot(hashes[end]);
+          }
+        }
+      }
+      ++ahead;
+      ++asked;
+    };
+    while (asked < kAhead && ahead != last) askAhead();
+
     size_t index = 0;
     for (simdjson::dom::element element : relations) {
+      if (index + kHalfway < asked) {
+        for (uint64_t hash : endHashes[(index + kHalfway) % kAhead]) {
+          if (hash != 0) ids_.PrefetchText(hash);
+        }
+      }
       const EntryAt at{"/relations", index++};
       simdjson::dom::object entry;
       if (element.get_object().get(entry) != simdjson::SUCCESS) {
@@ -222,6 +276,7 @@ class ModelFile::Reader {
       VEKIZOLObject* source = End(entry, "source", at);
       VEKIZOLObject* target = End(entry, "target", at);
       model_.relations_.emplace_back(ToCString(id), std::move(typeText), source, target);
+      askAhead();
     }
     model_.stats_.relations = model_.relations_.size();
   }
@@ -229,12 +284,8 @@ class ModelFile::Reader {
   ModelFile& model_;
   std::string_view text_;  // the whole file, for positions in messages
   // The objects by id, for the relations' ends; the texts are the parsed
-  // document's. An open-addressing table that keeps each key's hash: a
-  // look-up costs about one cache miss where a node-based map costs three.
-  tsl::hopscotch_map<std::string_view, ModelObject*, std::hash<std::string_view>,
-                     std::equal_to<std::string_view>,
-                     std::allocator<std::pair<std::string_view, ModelObject*>>, 30, true>
-      ids_;
+  // document's.
+  IdIndex<ModelObject> ids_{0};
 };
 
 ModelFile::ModelFile(std::string path) : path_(std::move(path)) {
