@@ -98,12 +98,54 @@ class ModelFile::Reader {
     std::string Pointer() const { return PointerChild(list, index); }
   };
 
+  // The members of an entry that the reader looks at, found in one pass
+  // over the entry: the first of each name, as a look-up by name finds it
+  // (a look-up per name walked the entry once per name, present or not).
+  enum Member {
+    kId,
+    kRefId,
+    kName,
+    kSciid,
+    kBackupName,
+    kIdentPath,
+    kAttributes,
+    kType,
+    kSource,
+    kTarget,
+    kMemberCount
+  };
+  static constexpr std::string_view kMemberNames[kMemberCount] = {
+      "id",        "refId",      "name", "sciid",  "backupName",
+      "identPath", "attributes", "type", "source", "target"};
+  struct Members {
+    simdjson::dom::element values[kMemberCount];
+    bool present[kMemberCount] = {};
+    const simdjson::dom::element* Find(Member member) const {
+      return present[member] ? &values[member] : nullptr;
+    }
+  };
+  static Members MembersOf(simdjson::dom::object entry) {
+    Members members;
+    for (auto field : entry) {
+      for (int member = 0; member < kMemberCount; ++member) {
+        if (field.key == kMemberNames[member]) {
+          if (!members.present[member]) {
+            members.present[member] = true;
+            members.values[member] = field.value;
+          }
+          break;
+        }
+      }
+    }
+    return members;
+  }
+
   // A text member: absent gives false, a string without NUL gives true.
-  bool Text(simdjson::dom::object entry, const char* key, const EntryAt& at,
-            std::string_view& text) {
-    simdjson::dom::element value;
-    if (entry.at_key(key).get(value) != simdjson::SUCCESS) return false;
-    if (value.get_string().get(text) != simdjson::SUCCESS) {
+  bool Text(const Members& members, Member member, const EntryAt& at, std::string_view& text) {
+    const simdjson::dom::element* found = members.Find(member);
+    if (found == nullptr) return false;
+    const char* const key = kMemberNames[member].data();  // literals end with a NUL
+    if (found->get_string().get(text) != simdjson::SUCCESS) {
       Fail(PointerChild(at.Pointer(), key), std::string("\"") + key + "\" must be a string");
     }
     if (text.find('\0') != std::string_view::npos) {
@@ -175,24 +217,25 @@ class ModelFile::Reader {
       if (element.get_object().get(entry) != simdjson::SUCCESS) {
         Fail(at.Pointer(), "an entry of \"objects\" must be a JSON object");
       }
+      const Members members = MembersOf(entry);
       std::string_view id;
-      if (!Text(entry, "id", at, id)) Fail(at.Pointer(), "an object must have an \"id\"");
+      if (!Text(members, kId, at, id)) Fail(at.Pointer(), "an object must have an \"id\"");
       std::string_view refId;
-      const bool hasRefId = Text(entry, "refId", at, refId);
+      const bool hasRefId = Text(members, kRefId, at, refId);
       std::string_view nameText;
       CString name;
-      if (Text(entry, "name", at, nameText)) name = ToCString(nameText);
+      if (Text(members, kName, at, nameText)) name = ToCString(nameText);
       ModelObject& object = model_.objects_.emplace_back(ToCString(id), std::move(name));
       std::string_view text;
       if (hasRefId) object.SetRefID(ToCString(refId));
-      if (Text(entry, "sciid", at, text)) object.SetSCIID(ToCString(text));
-      if (Text(entry, "backupName", at, text)) {
+      if (Text(members, kSciid, at, text)) object.SetSCIID(ToCString(text));
+      if (Text(members, kBackupName, at, text)) {
         // Mostly the name again (a vertex not renamed): one text for both.
         object.SetBackupName(text == nameText ? object.GetDisplayName() : ToCString(text));
       }
-      if (Text(entry, "identPath", at, text)) object.SetIdentPath(ToCString(text));
-      simdjson::dom::element attributes;
-      if (entry.at_key("attributes").get(attributes) == simdjson::SUCCESS) {
+      if (Text(members, kIdentPath, at, text)) object.SetIdentPath(ToCString(text));
+      if (const simdjson::dom::element* found = members.Find(kAttributes)) {
+        const simdjson::dom::element attributes = *found;
         const std::string attributesPointer = PointerChild(at.Pointer(), "attributes");
         simdjson::dom::object members;
         if (attributes.get_object().get(members) != simdjson::SUCCESS) {
@@ -216,9 +259,9 @@ class ModelFile::Reader {
     model_.stats_.objects = model_.objects_.size();
   }
 
-  VEKIZOLObject* End(simdjson::dom::object entry, const char* key, const EntryAt& at) {
+  VEKIZOLObject* End(const Members& members, Member end, const EntryAt& at) {
     std::string_view id;
-    if (!Text(entry, key, at, id)) return nullptr;
+    if (!Text(members, end, at, id)) return nullptr;
     ModelObject* found = ids_.Find(id, IdIndex<ModelObject>::Hash(id));
     if (found == nullptr) ++model_.stats_.unknownEnds;
     return found;
@@ -268,13 +311,14 @@ class ModelFile::Reader {
       if (element.get_object().get(entry) != simdjson::SUCCESS) {
         Fail(at.Pointer(), "an entry of \"relations\" must be a JSON object");
       }
+      const Members members = MembersOf(entry);
       std::string_view id;
-      if (!Text(entry, "id", at, id)) Fail(at.Pointer(), "a relation must have an \"id\"");
+      if (!Text(members, kId, at, id)) Fail(at.Pointer(), "a relation must have an \"id\"");
       std::string_view type;
       CString typeText;
-      if (Text(entry, "type", at, type)) typeText = ToCString(type);
-      VEKIZOLObject* source = End(entry, "source", at);
-      VEKIZOLObject* target = End(entry, "target", at);
+      if (Text(members, kType, at, type)) typeText = ToCString(type);
+      VEKIZOLObject* source = End(members, kSource, at);
+      VEKIZOLObject* target = End(members, kTarget, at);
       model_.relations_.emplace_back(ToCString(id), std::move(typeText), source, target);
       askAhead();
     }
