@@ -94,6 +94,9 @@ class TestRelation final : public VEKIZOLRelation {
   // The status that GetSourceObject/GetTargetObject return (they still
   // assign).
   void SetEndStatus(long status) { m_EndStatus = status; }
+  // GetTargetObject raises CAtlException(E_FAIL) from now on, as a host's
+  // relation may.
+  void SetTargetRaises() { m_TargetRaises = true; }
   int SourceReads() const { return m_SourceReads; }
   int TargetReads() const { return m_TargetReads; }
 
@@ -116,6 +119,7 @@ class TestRelation final : public VEKIZOLRelation {
   }
   long GetTargetObject(VEKIZOLObject*& object) override {
     ++m_TargetReads;
+    if (m_TargetRaises) AtlThrow(E_FAIL);
     object = m_Target;
     return m_EndStatus;
   }
@@ -130,6 +134,7 @@ class TestRelation final : public VEKIZOLRelation {
   VEKIZOLObject* m_Source;
   VEKIZOLObject* m_Target;
   long m_EndStatus = S_OK;
+  bool m_TargetRaises = false;
   int m_SourceReads = 0;
   int m_TargetReads = 0;
 };

@@ -111,44 +111,14 @@ TEST(VEKZOLGraphBuildEdgesTest, BuildLinksEveryEdgeAsAddEdgeDoesOneByOne) {
   }
 }
 
-// A relation whose target end throws when it is read.
-class ThrowingRelation final : public VEKIZOLRelation {
- public:
-  ThrowingRelation(CString id, VEKIZOLObject* source) : m_ID(std::move(id)), m_Source(source) {}
-  CString GetID() override { return m_ID; }
-  long GetID(CString& id) override {
-    id = m_ID;
-    return S_OK;
-  }
-  CString GetRefID() override { return CString(); }
-  long GetRefID(CString& refId) override {
-    refId.Empty();
-    return S_OK;
-  }
-  long GetAttribute(const CString&, CComVariant&) override { return E_FAIL; }
-  CString IsA() override { return "ThrowingRelation"; }
-  long GetSourceObject(VEKIZOLObject*& object) override {
-    object = m_Source;
-    return S_OK;
-  }
-  long GetTargetObject(VEKIZOLObject*&) override { AtlThrow(E_FAIL); }
-  long GetRelationType(CString& type) override {
-    type = "test";
-    return S_OK;
-  }
-
- private:
-  CString m_ID;
-  VEKIZOLObject* m_Source;
-};
-
 TEST(VEKZOLGraphBuildEdgesTest, ARelationThatThrowsLeavesTheGraphAsAddEdgeOneByOne) {
   Model model;
   std::vector<TestRelation*> relations;
   FillModel(model, relations, 9);
   // In the middle of a batch: the relations before it are linked, its own
   // edge keeps its source, and none after it is added.
-  ThrowingRelation throwing("E-throws", model.objects[3]);
+  TestRelation throwing("E-throws", model.objects[3], model.objects[4]);
+  throwing.SetTargetRaises();
   model.relations.insert(model.relations.begin() + 150, &throwing);
 
   VEKZOLGraph built;
