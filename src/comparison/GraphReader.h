@@ -63,14 +63,16 @@ class GraphReader {
   // is asked for some steps ahead, the next one in the chain a few steps
   // later, once the record holding its address has arrived: the records of
   // several steps are then on their way at once instead of one after the
-  // other. The walks differ in what they read.
+  // other. The walks differ in what they read. Steps ahead are told from
+  // the distance to `end`, never by a pointer formed past it: the entries
+  // of an empty map are a null pointer, which takes no offset.
 
   // For a step that asks the vertex for its id: the vertex and its key's
   // block (the id's text), then its object.
   [[gnu::always_inline]] static void PrefetchForId(const VertexEntry* next,
                                                    const VertexEntry* end) {
-    PrefetchEntry(next + kFar, end);
-    if (next + kMiddle < end) {
+    PrefetchEntry(next, end, kFar);
+    if (kMiddle < end - next) {
       if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
         __builtin_prefetch(vertex->m_Object);
       }
@@ -82,8 +84,8 @@ class GraphReader {
   // text), then its object and the blocks of both names.
   [[gnu::always_inline]] static void PrefetchForNames(const VertexEntry* next,
                                                       const VertexEntry* end) {
-    PrefetchEntry(next + kFar, end);
-    if (next + kMiddle < end) {
+    PrefetchEntry(next, end, kFar);
+    if (kMiddle < end - next) {
       if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
         __builtin_prefetch(vertex->m_Object);
         PrefetchText(vertex->m_IdentPath);
@@ -100,18 +102,18 @@ class GraphReader {
   [[gnu::always_inline]] static void PrefetchForParents(const VertexEntry* next,
                                                         const VertexEntry* end,
                                                         const ParentIds& parentIds) {
-    PrefetchEntry(next + kFar, end);
-    if (next + kMiddle < end) {
+    PrefetchEntry(next, end, kFar);
+    if (kMiddle < end - next) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kMiddle].second)) {
         PrefetchRecord(edge);
       }
     }
-    if (next + kNear < end) {
+    if (kNear < end - next) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNear].second)) {
         if (edge->m_Parent != nullptr) PrefetchRecord(edge->m_Parent);
       }
     }
-    if (next + kNearest < end) {
+    if (kNearest < end - next) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNearest].second)) {
         if (const VEKZOLGraphVertex* parent = edge->m_Parent) {
           if (const void* place = parentIds.PlaceOf(parent)) __builtin_prefetch(place);
@@ -125,8 +127,8 @@ class GraphReader {
   // For a step that asks the edge for its id: the edge and its key's
   // block, then its relation.
   [[gnu::always_inline]] static void Prefetch(const EdgeEntry* next, const EdgeEntry* end) {
-    PrefetchEntry(next + kFar, end);
-    if (next + kMiddle < end) {
+    PrefetchEntry(next, end, kFar);
+    if (kMiddle < end - next) {
       if (const VEKZOLGraphEdge* edge = next[kMiddle].second) {
         __builtin_prefetch(edge->m_Relation);
       }
@@ -136,7 +138,7 @@ class GraphReader {
   // For a cursor that only compares keys: their blocks.
   template <typename Entry>
   [[gnu::always_inline]] static void PrefetchKeys(const Entry* next, const Entry* end) {
-    if (next + kFar < end) PrefetchText(next[kFar].first);
+    if (kFar < end - next) PrefetchText(next[kFar].first);
   }
 
  private:
@@ -154,13 +156,15 @@ class GraphReader {
     __builtin_prefetch(reinterpret_cast<const char*>(record) + sizeof(Record) - 1);
   }
 
-  // The element of an entry and the block of its key, which shares its text
-  // with the id the step will copy (and whose count the copy changes).
+  // The element of the entry `ahead` steps after `next` and the block of
+  // its key, which shares its text with the id the step will copy (and
+  // whose count the copy changes).
   template <typename Entry>
-  [[gnu::always_inline]] static void PrefetchEntry(const Entry* entry, const Entry* end) {
-    if (entry < end) {
-      PrefetchRecord(entry->second);
-      PrefetchText(entry->first);
+  [[gnu::always_inline]] static void PrefetchEntry(const Entry* next, const Entry* end,
+                                                   ptrdiff_t ahead) {
+    if (ahead < end - next) {
+      PrefetchRecord(next[ahead].second);
+      PrefetchText(next[ahead].first);
     }
   }
 

@@ -41,6 +41,35 @@ void BuildSelfModel(State& state) {
   state.Build();
 }
 
+// An empty graph's entries are a null pointer: the walks over the other
+// graph ask memory ahead on it without forming a pointer from it.
+TEST(VEKZOLGraphComparatorRunTest, AnEmptyNewGraphListsEveryOldVertexAndEdgeToRemove) {
+  State state;
+  BuildSelfModel(state);
+  VEKZOLGraph empty;
+  ComparatorPeer comparator(&empty, &state.graph);
+  EXPECT_EQ(S_OK, comparator.RunComparison(true));
+  EXPECT_EQ((Ids{"a", "b"}), comparator.Removed());
+  EXPECT_EQ(Ids{"a-b"}, comparator.EdgesRemoved());
+  EXPECT_EQ(Ids{}, comparator.Added());
+  EXPECT_EQ(Ids{}, comparator.Moved());
+  EXPECT_EQ(Ids{}, comparator.EdgesAdded());
+}
+
+TEST(VEKZOLGraphComparatorRunTest, AnEmptyOldGraphListsEveryNewVertexAndEdgeToAdd) {
+  State state;
+  BuildSelfModel(state);
+  VEKZOLGraph empty;
+  ComparatorPeer comparator(&state.graph, &empty);
+  EXPECT_EQ(S_OK, comparator.RunComparison(true));
+  EXPECT_EQ((Ids{"a", "b"}), comparator.Added());
+  EXPECT_EQ(Ids{"a-b"}, comparator.EdgesAdded());
+  EXPECT_EQ(Ids{}, comparator.Removed());
+  EXPECT_EQ(Ids{}, comparator.Moved());
+  EXPECT_EQ(Ids{}, comparator.Renamed());
+  EXPECT_EQ(Ids{}, comparator.EdgesRemoved());
+}
+
 TEST(VEKZOLGraphComparatorRunTest, AGraphComparedWithItselfWithoutNamesHasNoDifference) {
   State state;
   BuildSelfModel(state);

@@ -11,6 +11,7 @@
 #include <vekzol/platform/Status.h>
 #include <vekzol/platform/Variant.h>
 
+#include "graphs/MemoryFailure.h"
 #include "platform/TextConversion.h"
 
 namespace vekzol {
@@ -23,10 +24,14 @@ CString CountText(std::size_t count) {
   if (FAILED(status)) {
     AtlThrow(status);
   }
-  // OLECHAR is a 16-bit unit on every platform (wchar_t on Windows).
-  const std::string narrow = platform::WideToNarrow(reinterpret_cast<const char16_t*>(text.bstrVal),
-                                                    SysStringLen(text.bstrVal));
-  return CString(narrow);
+  // OLECHAR is a 16-bit unit on every platform (wchar_t on Windows). The
+  // narrowed text is a standard string: its allocation failure leaves as
+  // the library's own.
+  return RaiseMemoryFailure([&text] {
+    const std::string narrow = platform::WideToNarrow(
+        reinterpret_cast<const char16_t*>(text.bstrVal), SysStringLen(text.bstrVal));
+    return CString(narrow);
+  });
 }
 
 void AppendBlanks(CString& text, std::size_t count) {

@@ -18,9 +18,11 @@
 #include <vekzol/platform/Status.h>
 
 #include "graphs/IdMap.h"
+#include "graphs/MemoryFailure.h"
 
 namespace {
 
+using vekzol::graphs::RaiseMemoryFailure;
 using VertexMap = vekzol::graphs::IdMap<VEKZOLGraphVertex>;
 using EdgeMap = vekzol::graphs::IdMap<VEKZOLGraphEdge>;
 
@@ -53,11 +55,11 @@ void DeleteOwned(VertexMap& vertices, EdgeMap& edges) {
 }  // namespace
 
 VEKZOLGraph::VEKZOLGraph(CString name) : m_Vertices(nullptr), m_Edges(nullptr) {
-  auto vertices = std::make_unique<VertexMap>();
+  auto vertices = RaiseMemoryFailure([] { return std::make_unique<VertexMap>(); });
   // Edges are looked up by id far less often than vertices (whose ids every
   // relation's ends name): their map bisects its sorted entries and keeps a
   // hash table only for what was added since the last sort.
-  auto edges = std::make_unique<EdgeMap>(true);
+  auto edges = RaiseMemoryFailure([] { return std::make_unique<EdgeMap>(true); });
   m_Name = std::move(name);
   m_Vertices = vertices.release();
   m_Edges = edges.release();
@@ -116,27 +118,29 @@ long VEKZOLGraph::Build(std::deque<VEKIZOLObject*>& objects,
   if (objects.empty() && relations.empty()) {
     return E_INVALIDARG;
   }
-  VEKZOLLog::WriteMsg("Info:\t Build Graph -->", 0);
-  // Every vertex first, so that each edge finds its ends whatever the order
-  // of the two lists. Duplicates are settled by AddVertex/AddEdge: the first
-  // in each deque wins. The maps take room for all at once and are sorted
-  // once at the end.
-  m_Vertices->Reserve(objects.size());
-  m_Edges->Reserve(relations.size());
-  if (m_Vertices->empty()) {
-    AddVerticesInIdOrder(objects);
-  } else {
-    for (VEKIZOLObject* object : objects) {
-      if (object != nullptr) {
-        VEKZOLGraphVertex* vertex = nullptr;
-        AddVertex(object, vertex);
+  RaiseMemoryFailure([&] {
+    VEKZOLLog::WriteMsg("Info:\t Build Graph -->", 0);
+    // Every vertex first, so that each edge finds its ends whatever the
+    // order of the two lists. Duplicates are settled by AddVertex/AddEdge:
+    // the first in each deque wins. The maps take room for all at once and
+    // are sorted once at the end.
+    m_Vertices->Reserve(objects.size());
+    m_Edges->Reserve(relations.size());
+    if (m_Vertices->empty()) {
+      AddVerticesInIdOrder(objects);
+    } else {
+      for (VEKIZOLObject* object : objects) {
+        if (object != nullptr) {
+          VEKZOLGraphVertex* vertex = nullptr;
+          AddVertex(object, vertex);
+        }
       }
     }
-  }
-  AddEdgesInBatches(relations);
-  m_Vertices->Sort();
-  m_Edges->Sort();
-  VEKZOLLog::WriteMsg("Info:\t Build Graph <--", 0);
+    AddEdgesInBatches(relations);
+    m_Vertices->Sort();
+    m_Edges->Sort();
+    VEKZOLLog::WriteMsg("Info:\t Build Graph <--", 0);
+  });
   // A completed build answers E_FAIL: callers read the graph, not the status.
   return E_FAIL;
 }
@@ -186,7 +190,8 @@ long VEKZOLGraph::AddVertex(VEKIZOLObject* object, VEKZOLGraphVertex*& vertex) {
     vertex = spot.entry->second;
     return S_FALSE;
   }
-  auto created = std::make_unique<VEKZOLGraphVertex>(object);
+  auto created =
+      RaiseMemoryFailure([object] { return std::make_unique<VEKZOLGraphVertex>(object); });
   m_Vertices->Add(spot, id, created.get());
   vertex = created.release();
   return S_OK;
@@ -203,7 +208,8 @@ long VEKZOLGraph::AddEdge(VEKIZOLRelation* relation, VEKZOLGraphEdge*& edge) {
     edge = spot.entry->second;
     return S_FALSE;
   }
-  auto created = std::make_unique<VEKZOLGraphEdge>(relation);
+  auto created =
+      RaiseMemoryFailure([relation] { return std::make_unique<VEKZOLGraphEdge>(relation); });
   VEKZOLGraphEdge* added = created.get();
   m_Edges->Add(spot, id, added);
   created.release();

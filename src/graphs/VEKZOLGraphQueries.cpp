@@ -15,8 +15,11 @@
 
 #include "graphs/GraphWalk.h"
 #include "graphs/IdMap.h"
+#include "graphs/MemoryFailure.h"
 
 namespace {
+
+using vekzol::graphs::RaiseMemoryFailure;
 
 // GetAllChildren appends each child before walking below it.
 class AppendEveryChild {
@@ -50,11 +53,13 @@ class AppendLeaves {
 }  // namespace
 
 long VEKZOLGraph::GetRoots(std::deque<VEKZOLGraphVertex*>& roots) {
-  for (const auto& entry : *m_Vertices) {
-    if (entry.second != nullptr && entry.second->m_IsRoot) {
-      roots.push_back(entry.second);
+  RaiseMemoryFailure([&] {
+    for (const auto& entry : *m_Vertices) {
+      if (entry.second != nullptr && entry.second->m_IsRoot) {
+        roots.push_back(entry.second);
+      }
     }
-  }
+  });
   // The whole deque counts, not what this call appended.
   return roots.empty() ? S_FALSE : S_OK;
 }
@@ -64,20 +69,24 @@ long VEKZOLGraph::GetRoots(std::deque<VEKZOLGraphVertex*>& roots,
   GetRoots(roots);
   // Edges without parent vertex come in from outside the graph: their
   // source object is no vertex here.
-  for (const auto& entry : *m_Edges) {
-    if (entry.second != nullptr && entry.second->m_Parent == nullptr) {
-      rootEdges.push_back(entry.second);
+  RaiseMemoryFailure([&] {
+    for (const auto& entry : *m_Edges) {
+      if (entry.second != nullptr && entry.second->m_Parent == nullptr) {
+        rootEdges.push_back(entry.second);
+      }
     }
-  }
+  });
   return roots.empty() && rootEdges.empty() ? S_FALSE : S_OK;
 }
 
 long VEKZOLGraph::GetLeaves(std::deque<VEKZOLGraphVertex*>& leaves) {
-  for (const auto& entry : *m_Vertices) {
-    if (entry.second != nullptr && entry.second->m_IsLeaf) {
-      leaves.push_back(entry.second);
+  RaiseMemoryFailure([&] {
+    for (const auto& entry : *m_Vertices) {
+      if (entry.second != nullptr && entry.second->m_IsLeaf) {
+        leaves.push_back(entry.second);
+      }
     }
-  }
+  });
   return leaves.empty() ? S_FALSE : S_OK;
 }
 
@@ -87,7 +96,7 @@ long VEKZOLGraph::GetAllChildren(VEKZOLGraphVertex* vertex,
     return E_INVALIDARG;
   }
   AppendEveryChild hooks(children);
-  WalkBelow(vertex, hooks);
+  RaiseMemoryFailure([&] { WalkBelow(vertex, hooks); });
   // A completed walk answers E_FAIL: callers read the deque.
   return E_FAIL;
 }
@@ -119,11 +128,11 @@ long VEKZOLGraph::GetAllLeaves(VEKZOLGraphVertex* vertex, std::deque<VEKZOLGraph
     return E_INVALIDARG;
   }
   if (vertex->m_IsLeaf) {
-    leaves.push_back(vertex);
+    RaiseMemoryFailure([&] { leaves.push_back(vertex); });
     return S_FALSE;
   }
   AppendLeaves hooks(leaves);
-  WalkBelow(vertex, hooks);
+  RaiseMemoryFailure([&] { WalkBelow(vertex, hooks); });
   return E_FAIL;
 }
 
@@ -140,15 +149,19 @@ long VEKZOLGraph::GetAllLeaves(const CString& id, std::deque<VEKZOLGraphVertex*>
 }
 
 long VEKZOLGraph::GetAllVertices(std::deque<VEKZOLGraphVertex*>& vertices) {
-  for (const auto& entry : *m_Vertices) {
-    vertices.push_back(entry.second);
-  }
+  RaiseMemoryFailure([&] {
+    for (const auto& entry : *m_Vertices) {
+      vertices.push_back(entry.second);
+    }
+  });
   return S_OK;
 }
 
 long VEKZOLGraph::GetAllEdges(std::deque<VEKZOLGraphEdge*>& edges) {
-  for (const auto& entry : *m_Edges) {
-    edges.push_back(entry.second);
-  }
+  RaiseMemoryFailure([&] {
+    for (const auto& entry : *m_Edges) {
+      edges.push_back(entry.second);
+    }
+  });
   return S_OK;
 }

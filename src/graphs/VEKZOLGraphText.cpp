@@ -16,11 +16,13 @@
 #include "graphs/GraphTextPieces.h"
 #include "graphs/GraphWalk.h"
 #include "graphs/IdMap.h"
+#include "graphs/MemoryFailure.h"
 
 namespace {
 
 using vekzol::graphs::AppendBlanks;
 using vekzol::graphs::CountText;
+using vekzol::graphs::RaiseMemoryFailure;
 
 // The two counts as both headers of the listing show them.
 void AppendCounts(CString& text, std::size_t vertices, std::size_t edges) {
@@ -70,55 +72,61 @@ class TreeLines {
 }  // namespace
 
 CString VEKZOLGraph::ToString() {
-  CString text("Graph:\n\n");
-  AppendCounts(text, m_Vertices->size(), m_Edges->size());
-  text += "\n";
-  for (const auto& entry : *m_Vertices) {
-    if (entry.second != nullptr) {
-      text += entry.second->ToString();
+  return RaiseMemoryFailure([this] {
+    CString text("Graph:\n\n");
+    AppendCounts(text, m_Vertices->size(), m_Edges->size());
+    text += "\n";
+    for (const auto& entry : *m_Vertices) {
+      if (entry.second != nullptr) {
+        text += entry.second->ToString();
+      }
     }
-  }
-  for (const auto& entry : *m_Edges) {
-    if (entry.second != nullptr) {
-      text += entry.second->ToString();
+    for (const auto& entry : *m_Edges) {
+      if (entry.second != nullptr) {
+        text += entry.second->ToString();
+      }
     }
-  }
-  text += "\n";
-  text += "Graph Summary:\n\n";
-  AppendCounts(text, m_Vertices->size(), m_Edges->size());
-  text += "\n";
-  text += Dump();
-  return text;
+    text += "\n";
+    text += "Graph Summary:\n\n";
+    AppendCounts(text, m_Vertices->size(), m_Edges->size());
+    text += "\n";
+    text += Dump();
+    return text;
+  });
 }
 
 CString VEKZOLGraph::Dump() {
-  CString text("Graph: ");
-  text += m_Name;
-  text += "\n\n";
-  AppendCounts(text, m_Vertices->size(), m_Edges->size());
-  text += "\n";
-  CString treeText;
-  std::deque<VEKZOLGraphVertex*> roots;
-  GetRoots(roots);
-  for (VEKZOLGraphVertex* root : roots) {
-    if (root != nullptr) {
-      Dump(root, treeText, 0);
+  return RaiseMemoryFailure([this] {
+    CString text("Graph: ");
+    text += m_Name;
+    text += "\n\n";
+    AppendCounts(text, m_Vertices->size(), m_Edges->size());
+    text += "\n";
+    CString treeText;
+    std::deque<VEKZOLGraphVertex*> roots;
+    GetRoots(roots);
+    for (VEKZOLGraphVertex* root : roots) {
+      if (root != nullptr) {
+        Dump(root, treeText, 0);
+      }
     }
-  }
-  text += "\n";
-  text += treeText;
-  text += "\n";
-  text += "\n";
-  return text;
+    text += "\n";
+    text += treeText;
+    text += "\n";
+    text += "\n";
+    return text;
+  });
 }
 
 long VEKZOLGraph::Dump(VEKZOLGraphVertex* vertex, CString& text, int level) {
   if (vertex == nullptr) {
     return E_INVALIDARG;
   }
-  TreeLines lines(text, level);
-  lines.AppendLine(vertex, level);
-  WalkBelow(vertex, lines);
+  RaiseMemoryFailure([&] {
+    TreeLines lines(text, level);
+    lines.AppendLine(vertex, level);
+    WalkBelow(vertex, lines);
+  });
   // The status carries nothing; the public Dump ignores it.
   return E_FAIL;
 }

@@ -11,6 +11,7 @@
 #include <vekzol/platform/Status.h>
 
 #include "graphs/GraphTextPieces.h"
+#include "graphs/MemoryFailure.h"
 
 // Constant-initialised, so it reads 0 before any dynamic initialisation runs.
 int VEKZOLGraphVertex::_RefCounter = 0;
@@ -96,39 +97,47 @@ VEKZOLGraphVertex* VEKZOLGraphVertex::GetParent() {
 
 long VEKZOLGraphVertex::GetParents(std::deque<VEKZOLGraphVertex*>& parents) {
   const auto edgeCount = static_cast<std::uint32_t>(m_ParentEdges.size());
-  for (VEKZOLGraphEdge* edge : m_ParentEdges) {
-    if (edge != nullptr && edge->GetParent() != nullptr) {
-      parents.push_back(edge->GetParent());
+  vekzol::graphs::RaiseMemoryFailure([&] {
+    for (VEKZOLGraphEdge* edge : m_ParentEdges) {
+      if (edge != nullptr && edge->GetParent() != nullptr) {
+        parents.push_back(edge->GetParent());
+      }
     }
-  }
+  });
   return NeighbourStatus(edgeCount, parents.size());
 }
 
 long VEKZOLGraphVertex::GetChildren(std::deque<VEKZOLGraphVertex*>& children) {
   const auto edgeCount = static_cast<std::uint32_t>(m_ChildEdges.size());
-  for (VEKZOLGraphEdge* edge : m_ChildEdges) {
-    if (edge != nullptr && edge->GetChild() != nullptr) {
-      children.push_back(edge->GetChild());
+  vekzol::graphs::RaiseMemoryFailure([&] {
+    for (VEKZOLGraphEdge* edge : m_ChildEdges) {
+      if (edge != nullptr && edge->GetChild() != nullptr) {
+        children.push_back(edge->GetChild());
+      }
     }
-  }
+  });
   return NeighbourStatus(edgeCount, children.size());
 }
 
 long VEKZOLGraphVertex::GetParentEdges(std::deque<VEKZOLGraphEdge*>& edges) {
-  for (VEKZOLGraphEdge* edge : m_ParentEdges) {
-    if (edge != nullptr) {
-      edges.push_back(edge);
+  vekzol::graphs::RaiseMemoryFailure([&] {
+    for (VEKZOLGraphEdge* edge : m_ParentEdges) {
+      if (edge != nullptr) {
+        edges.push_back(edge);
+      }
     }
-  }
+  });
   return m_ParentEdges.empty() ? S_FALSE : S_OK;
 }
 
 long VEKZOLGraphVertex::GetChildEdges(std::deque<VEKZOLGraphEdge*>& edges) {
-  for (VEKZOLGraphEdge* edge : m_ChildEdges) {
-    if (edge != nullptr) {
-      edges.push_back(edge);
+  vekzol::graphs::RaiseMemoryFailure([&] {
+    for (VEKZOLGraphEdge* edge : m_ChildEdges) {
+      if (edge != nullptr) {
+        edges.push_back(edge);
+      }
     }
-  }
+  });
   return m_ChildEdges.empty() ? S_FALSE : S_OK;
 }
 

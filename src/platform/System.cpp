@@ -4,6 +4,8 @@
 // backend's own source file.
 #include "platform/System.h"
 
+#include "platform/FaultInjectionTesting.h"
+
 namespace vekzol {
 namespace platform {
 
@@ -15,6 +17,18 @@ namespace {
 System* g_systemForTesting = nullptr;
 
 }  // namespace
+
+namespace internal {
+// Zero-initialised like the backend pointer above: no hook until a test
+// sets one.
+FaultHook g_faultHook = nullptr;
+}  // namespace internal
+
+FaultHook SetFaultHookForTesting(FaultHook hook) {
+  FaultHook previous = internal::g_faultHook;
+  internal::g_faultHook = hook;
+  return previous;
+}
 
 System::~System() = default;
 

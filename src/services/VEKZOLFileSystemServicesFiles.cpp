@@ -38,8 +38,10 @@ long CollectFiles(CString& directory, std::deque<CString>& patterns, std::deque<
 
 enum class Transfer { kCopy, kMove };
 
-// Copies (never over an existing file) or moves each of `files` by bare
-// name from one directory to the other, all of them even after a failure.
+// Copies (over an existing file) or moves (never over one) each of `files`
+// by bare name from one directory to the other, all of them even after a
+// failure. The backend leaves a target as it was when its copy or move
+// fails, so nothing is undone here.
 // `status` as the listing left it, or E_FAIL when any one failed.
 long TransferEach(const CString& sourceDirectory, const CString& targetDirectory,
                   const std::deque<CString>& files, Transfer transfer, long status) {

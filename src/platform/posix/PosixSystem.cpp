@@ -78,6 +78,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/FaultInjectionTesting.h"
 #include "platform/System.h"
 
 namespace vekzol {
@@ -195,6 +196,17 @@ uint32_t AttributesOf(const struct stat& st) {
 }
 [[maybe_unused]] const char* StrerrorText(const char* result, const char*) { return result; }
 
+// True when the test seam fails the call at `site`; errno then holds the
+// injected error, as if the call had failed with it.
+bool FailedByTest(FaultSite site, const char* path) {
+  const uint32_t code = InjectedFault(site, path);
+  if (code == kErrorSuccess) return false;
+  int err = EIO;
+  ErrnoOfCode(code, &err);
+  errno = err;
+  return true;
+}
+
 // Closes a descriptor on every path out of a scope.
 class Descriptor {
  public:
@@ -207,8 +219,14 @@ class Descriptor {
   int get() const { return fd_; }
   // Closes now and reports the close's own failure (delayed write errors
   // show up here on some file systems); 0 or an errno.
-  int Close() {
-    int result = ::close(fd_) == 0 ? 0 : errno;
+  int Close(const char* path) {
+    int result = 0;
+    if (FailedByTest(FaultSite::kFinishCopy, path)) {
+      result = errno;
+      ::close(fd_);
+    } else if (::close(fd_) != 0) {
+      result = errno;
+    }
     fd_ = -1;
     return result;
   }
@@ -218,10 +236,13 @@ class Descriptor {
 };
 
 // Copies the rest of `from` into `to`; 0 or an errno, and which side failed.
-int CopyContents(int from, int to, bool* readFailed) {
+// The errno is taken as the failing call left it.
+int CopyContents(int from, const char* fromPath, int to, const char* toPath, bool* readFailed) {
   std::vector<char> buffer(64 * 1024);
   for (;;) {
-    ssize_t got = ::read(from, buffer.data(), buffer.size());
+    ssize_t got = FailedByTest(FaultSite::kReadCopy, fromPath)
+                      ? -1
+                      : ::read(from, buffer.data(), buffer.size());
     if (got < 0) {
       if (errno == EINTR) continue;
       *readFailed = true;
@@ -229,7 +250,9 @@ int CopyContents(int from, int to, bool* readFailed) {
     }
     if (got == 0) return 0;
     for (ssize_t done = 0; done < got;) {
-      ssize_t put = ::write(to, buffer.data() + done, static_cast<size_t>(got - done));
+      ssize_t put = FailedByTest(FaultSite::kWriteCopy, toPath)
+                        ? -1
+                        : ::write(to, buffer.data() + done, static_cast<size_t>(got - done));
       if (put < 0) {
         if (errno == EINTR) continue;
         *readFailed = false;
@@ -246,10 +269,11 @@ int CopyContents(int from, int to, bool* readFailed) {
 uint32_t WriteTemporaryCopy(int source, const struct stat& sourceStat, const char* from,
                             const std::string& directory, std::string* tempPath) {
   std::string pattern = directory + "/.vekzol-copy-XXXXXX";
-  Descriptor temp(::mkstemp(&pattern[0]));
+  Descriptor temp(FailedByTest(FaultSite::kCreateCopy, directory.c_str()) ? -1
+                                                                          : ::mkstemp(&pattern[0]));
   if (temp.get() < 0) return CodeOf(errno, directory.c_str());
   bool readFailed = false;
-  int err = CopyContents(source, temp.get(), &readFailed);
+  int err = CopyContents(source, from, temp.get(), pattern.c_str(), &readFailed);
   if (err == 0) {
     // Mode and time are carried over where the file system keeps them; a
     // file system without modes still gets its copy.
@@ -259,7 +283,7 @@ uint32_t WriteTemporaryCopy(int source, const struct stat& sourceStat, const cha
     times[0].tv_nsec = UTIME_OMIT;
     times[1] = sourceStat.st_mtim;
     (void)::futimens(temp.get(), times);
-    err = temp.Close();
+    err = temp.Close(pattern.c_str());
   }
   if (err != 0) {
     ::unlink(pattern.c_str());
@@ -275,7 +299,7 @@ uint32_t WriteTemporaryCopy(int source, const struct stat& sourceStat, const cha
 uint32_t PublishCopy(const std::string& tempPath, const char* to, bool failIfExists) {
   uint32_t code = kErrorSuccess;
   if (failIfExists) {
-    if (::link(tempPath.c_str(), to) != 0) {
+    if (FailedByTest(FaultSite::kPublishCopy, to) || ::link(tempPath.c_str(), to) != 0) {
       int err = errno;
       struct stat st;
       bool noHardLinks =
@@ -283,12 +307,14 @@ uint32_t PublishCopy(const std::string& tempPath, const char* to, bool failIfExi
       if (err == EEXIST || (noHardLinks && ::lstat(to, &st) == 0)) {
         code = kErrorFileExists;
       } else if (noHardLinks) {
-        if (::rename(tempPath.c_str(), to) != 0) code = CodeOf(errno, to);
+        if (FailedByTest(FaultSite::kPublishCopy, to) || ::rename(tempPath.c_str(), to) != 0) {
+          code = CodeOf(errno, to);
+        }
       } else {
         code = CodeOf(err, to);
       }
     }
-  } else if (::rename(tempPath.c_str(), to) != 0) {
+  } else if (FailedByTest(FaultSite::kPublishCopy, to) || ::rename(tempPath.c_str(), to) != 0) {
     code = CodeOf(errno, to);
   }
   ::unlink(tempPath.c_str());
@@ -527,7 +553,7 @@ class PosixSystem : public System {
     struct stat targetStat;
     if (::lstat(to, &targetStat) == 0) return kErrorAlreadyExists;
     if (errno != ENOENT) return CodeOf(errno, to);
-    if (::rename(from, to) == 0) return kErrorSuccess;
+    if (!FailedByTest(FaultSite::kRename, to) && ::rename(from, to) == 0) return kErrorSuccess;
     int err = errno;
     if (err == EXDEV && !S_ISDIR(sourceStat.st_mode)) return MoveAcrossDevices(from, to);
     if (err == EEXIST || err == ENOTEMPTY) return kErrorAlreadyExists;
@@ -625,7 +651,7 @@ class PosixSystem : public System {
   uint32_t MoveAcrossDevices(const char* from, const char* to) {
     uint32_t code = CopyOneFile(from, to, true);
     if (code != kErrorSuccess) return code;
-    if (::unlink(from) != 0) {
+    if (FailedByTest(FaultSite::kRemoveSource, from) || ::unlink(from) != 0) {
       code = CodeOf(errno, from);
       ::unlink(to);  // one of the two names, not both
     }

@@ -19,6 +19,13 @@
 //   it still gives the documented failure.
 // - Listings keep the system's order and report "." and ".." as the system
 //   does.
+// - Copies: CopyFileA truncates an existing target before it writes, and
+//   deletes what it wrote when the copy fails, so a disk that fills during
+//   an overwriting copy would lose the old file. The copy is therefore
+//   written here, to a fresh file beside the target, and only a complete
+//   copy is moved onto the target's name (MoveFileExA). CopyFileA's answers are kept: 80 for an
+//   existing target without overwrite, 5 for a directory on either side,
+//   32 for a copy of a file onto itself.
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #include <windows.h>
@@ -30,6 +37,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/FaultInjectionTesting.h"
 #include "platform/System.h"
 
 namespace vekzol {
@@ -95,6 +103,140 @@ uint32_t CodeOf(BOOL succeeded) {
 constexpr int64_t kLatestTime = 32535215999;
 
 bool InRuntimeRange(int64_t seconds) { return seconds >= 0 && seconds <= kLatestTime; }
+
+// True when the test seam fails the call at `site`; the last error then
+// holds the injected code, as if the call had failed with it.
+bool FailedByTest(FaultSite site, const char* path) {
+  const uint32_t code = InjectedFault(site, path);
+  if (code == kErrorSuccess) return false;
+  ::SetLastError(code);
+  return true;
+}
+
+// The directory that holds the last component of `path`, or "." for a bare
+// name; both separators count.
+std::string DirectoryPart(const std::string& path) {
+  const size_t separator = path.find_last_of("\\/");
+  if (separator == std::string::npos) return ".";
+  return path.substr(0, separator == 0 ? 1 : separator);
+}
+
+// Whether `a` and `b` name the same file (its volume and index).
+bool SameFile(const char* a, const char* b) {
+  HANDLE first = ::CreateFileA(a, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                               nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (first == INVALID_HANDLE_VALUE) return false;
+  HANDLE second = ::CreateFileA(b, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  bool same = false;
+  if (second != INVALID_HANDLE_VALUE) {
+    BY_HANDLE_FILE_INFORMATION one;
+    BY_HANDLE_FILE_INFORMATION two;
+    same = ::GetFileInformationByHandle(first, &one) &&
+           ::GetFileInformationByHandle(second, &two) &&
+           one.dwVolumeSerialNumber == two.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == two.nFileIndexHigh && one.nFileIndexLow == two.nFileIndexLow;
+    ::CloseHandle(second);
+  }
+  ::CloseHandle(first);
+  return same;
+}
+
+// Closes a handle on every path out of a scope.
+class Handle {
+ public:
+  explicit Handle(HANDLE handle) : handle_(handle) {}
+  Handle(const Handle&) = delete;
+  Handle& operator=(const Handle&) = delete;
+  ~Handle() {
+    if (valid()) ::CloseHandle(handle_);
+  }
+  bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+  HANDLE get() const { return handle_; }
+  // Closes now; 0 or the close's own error.
+  uint32_t Close(const char* path) {
+    uint32_t code = kErrorSuccess;
+    if (FailedByTest(FaultSite::kFinishCopy, path)) code = ::GetLastError();
+    if (!::CloseHandle(handle_) && code == kErrorSuccess) code = ::GetLastError();
+    handle_ = INVALID_HANDLE_VALUE;
+    return code;
+  }
+  // Closes now, if still open, on a path that has already failed.
+  void Discard() {
+    if (valid()) ::CloseHandle(handle_);
+    handle_ = INVALID_HANDLE_VALUE;
+  }
+
+ private:
+  HANDLE handle_;
+};
+
+// Copies the rest of `source` into `target`; 0 or the failing call's code.
+uint32_t CopyContents(HANDLE source, const char* from, HANDLE target, const char* to) {
+  std::vector<char> buffer(64 * 1024);
+  for (;;) {
+    DWORD got = 0;
+    if (FailedByTest(FaultSite::kReadCopy, from) ||
+        !::ReadFile(source, buffer.data(), static_cast<DWORD>(buffer.size()), &got, nullptr)) {
+      return ::GetLastError();
+    }
+    if (got == 0) return kErrorSuccess;
+    for (DWORD done = 0; done < got;) {
+      DWORD put = 0;
+      if (FailedByTest(FaultSite::kWriteCopy, to) ||
+          !::WriteFile(target, buffer.data() + done, got - done, &put, nullptr)) {
+        return ::GetLastError();
+      }
+      done += put;
+    }
+  }
+}
+
+// Copies `from` (attributes `attributes`) to a new file beside `to`, whose
+// name goes to `*tempPath`: contents, last write time and attributes, as
+// CopyFileA copies them. 0 or the system's code; on failure nothing is left
+// behind.
+uint32_t WriteTemporaryCopy(const char* from, DWORD attributes, const char* to,
+                            std::string* tempPath) {
+  Handle source(::CreateFileA(from, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+                              FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+  if (!source.valid()) return ::GetLastError();
+  const std::string directory = DirectoryPart(to);
+  static unsigned serial = 0;
+  std::string candidate;
+  HANDLE created = INVALID_HANDLE_VALUE;
+  for (int attempt = 0; attempt < 100 && created == INVALID_HANDLE_VALUE; ++attempt) {
+    candidate = directory + "\\.vekzol-copy-" + std::to_string(::GetCurrentProcessId()) + "-" +
+                std::to_string(++serial) + ".tmp";
+    if (FailedByTest(FaultSite::kCreateCopy, directory.c_str())) return ::GetLastError();
+    created = ::CreateFileA(candidate.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                            FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (created == INVALID_HANDLE_VALUE && ::GetLastError() != ERROR_FILE_EXISTS &&
+        ::GetLastError() != ERROR_ALREADY_EXISTS) {
+      return ::GetLastError();
+    }
+  }
+  if (created == INVALID_HANDLE_VALUE) return ERROR_FILE_EXISTS;
+  Handle temp(created);
+  uint32_t code = CopyContents(source.get(), from, temp.get(), candidate.c_str());
+  if (code == kErrorSuccess) {
+    FILETIME lastWrite;
+    if (::GetFileTime(source.get(), nullptr, nullptr, &lastWrite)) {
+      ::SetFileTime(temp.get(), nullptr, nullptr, &lastWrite);
+    }
+    code = temp.Close(candidate.c_str());
+  }
+  if (code == kErrorSuccess) {
+    const DWORD kept = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM |
+                       FILE_ATTRIBUTE_ARCHIVE;
+    if ((attributes & kept) != 0) ::SetFileAttributesA(candidate.c_str(), attributes & kept);
+    *tempPath = candidate;
+    return kErrorSuccess;
+  }
+  temp.Discard();
+  ::DeleteFileA(candidate.c_str());
+  return code;
+}
 
 uint64_t In100ns(const FILETIME& time) {
   return (static_cast<uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime;
@@ -193,11 +335,38 @@ class Win32System : public System {
 
   uint32_t CopyOneFile(const char* from, const char* to, bool failIfExists) override {
     if (from == nullptr || to == nullptr) return kErrorInvalidParameter;
-    return CodeOf(::CopyFileA(from, to, failIfExists ? TRUE : FALSE));
+    const DWORD sourceAttributes = ::GetFileAttributesA(from);
+    if (sourceAttributes == INVALID_FILE_ATTRIBUTES) return ::GetLastError();
+    if ((sourceAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return ERROR_ACCESS_DENIED;
+    const DWORD targetAttributes = ::GetFileAttributesA(to);
+    if (targetAttributes != INVALID_FILE_ATTRIBUTES) {
+      if (failIfExists) return ERROR_FILE_EXISTS;
+      if ((targetAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return ERROR_ACCESS_DENIED;
+      if ((targetAttributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN)) != 0) {
+        return ERROR_ACCESS_DENIED;
+      }
+      if (SameFile(from, to)) return ERROR_SHARING_VIOLATION;
+    }
+    std::string tempPath;
+    const uint32_t code = WriteTemporaryCopy(from, sourceAttributes, to, &tempPath);
+    if (code != kErrorSuccess) return code;
+    // Without overwrite the move refuses a name that has appeared since the
+    // test above, as CopyFileA refuses it.
+    const DWORD flags = failIfExists ? 0 : MOVEFILE_REPLACE_EXISTING;
+    if (!FailedByTest(FaultSite::kPublishCopy, to) && ::MoveFileExA(tempPath.c_str(), to, flags)) {
+      return kErrorSuccess;
+    }
+    DWORD failure = ::GetLastError();
+    if (failIfExists && failure == ERROR_ALREADY_EXISTS) failure = ERROR_FILE_EXISTS;
+    // The copy carries the source's attributes, read-only among them.
+    ::SetFileAttributesA(tempPath.c_str(), FILE_ATTRIBUTE_NORMAL);
+    ::DeleteFileA(tempPath.c_str());
+    return failure;
   }
 
   uint32_t MoveOneFile(const char* from, const char* to) override {
     if (from == nullptr || to == nullptr) return kErrorInvalidParameter;
+    if (FailedByTest(FaultSite::kRename, to)) return ::GetLastError();
     return CodeOf(::MoveFileA(from, to));
   }
 
