@@ -11,11 +11,12 @@
 #                                      GoogleTest sources and Wine to run the
 #                                      tests
 #   scripts/install-deps.sh --fuzz     the libFuzzer build: clang and its
-#                                      fuzzer and sanitizer runtimes
+#                                      fuzzer and sanitizer runtimes, and
+#                                      the model reader's JSON libraries
 set -euo pipefail
 
 if [ "${1:-}" = "--fuzz" ]; then
-  packages=(cmake make clang libclang-rt-dev zlib1g-dev)
+  packages=(cmake make clang libclang-rt-dev zlib1g-dev libsimdjson-dev nlohmann-json3-dev)
 elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else

@@ -110,6 +110,59 @@ TEST(FindValue, FindsTheValueOfAPointer) {
   EXPECT_FALSE(FindValue(json, "/objects/2", offset));
 }
 
+// The parser's own rule, which FindNestingPast must agree with: the
+// top-level value is level 1; a value past `deepest` is refused.
+bool ParserTakes(const std::string& json) {
+  simdjson::dom::parser parser;
+  simdjson::dom::element root;
+  return parser.parse(json).get(root) == simdjson::SUCCESS;
+}
+
+TEST(FindNestingPast, FindsTheFirstValuePastTheDeepestLevel) {
+  // Two levels allowed: the number inside two arrays is level 3.
+  size_t offset = 0;
+  EXPECT_FALSE(FindNestingPast("[[]]", 4, 2, offset));
+  EXPECT_FALSE(FindNestingPast("[1, {}]", 7, 2, offset));
+  ASSERT_TRUE(FindNestingPast("[0, [1]]", 8, 2, offset));
+  EXPECT_EQ(offset, 5u);
+  ASSERT_TRUE(FindNestingPast("[[[]]]", 6, 2, offset));
+  EXPECT_EQ(offset, 2u);
+}
+
+TEST(FindNestingPast, PointsAtTheValueNotAtTheMemberName) {
+  const std::string json = "{\"a\": {\"b\": true}}";
+  size_t offset = 0;
+  ASSERT_TRUE(FindNestingPast(json.data(), json.size(), 2, offset));
+  EXPECT_EQ(offset, json.find("true"));
+}
+
+TEST(FindNestingPast, SkipsBracketsAndQuotesInsideStrings) {
+  const std::string json = "[\"[[\\\"{{\", [\"x\"]]";
+  size_t offset = 0;
+  ASSERT_TRUE(FindNestingPast(json.data(), json.size(), 2, offset));
+  EXPECT_EQ(offset, json.find("\"x\""));
+}
+
+TEST(FindNestingPast, AgreesWithTheParserAtItsDeepestLevel) {
+  const size_t deepest = 1024;
+  const auto nested = [](size_t arrays, const std::string& inner) {
+    return "{\"x\":" + std::string(arrays, '[') + inner + std::string(arrays, ']') + "}";
+  };
+  size_t offset = 0;
+  // Level 1 is the object, level 2 the first array.
+  for (const std::string& inner : {std::string(""), std::string("1")}) {
+    const size_t arraysAtLimit = inner.empty() ? deepest - 1 : deepest - 2;
+    const std::string atLimit = nested(arraysAtLimit, inner);
+    EXPECT_TRUE(ParserTakes(atLimit));
+    EXPECT_FALSE(FindNestingPast(atLimit.data(), atLimit.size(), deepest, offset));
+    const std::string pastLimit = nested(arraysAtLimit + 1, inner);
+    EXPECT_FALSE(ParserTakes(pastLimit));
+    ASSERT_TRUE(FindNestingPast(pastLimit.data(), pastLimit.size(), deepest, offset));
+    // The bracket or the number past the arrays at the limit.
+    EXPECT_EQ(offset, 5 + arraysAtLimit + inner.size());
+  }
+}
+
 TEST(PointerChild, EscapesTildeAndSlash) {
   EXPECT_EQ(PointerChild("/attributes", "a~b/c"), "/attributes/a~0b~1c");
   EXPECT_EQ(PointerChild("/objects", size_t{3}), "/objects/3");

@@ -30,6 +30,8 @@ struct GraphTextOptions {
   std::string model;
   std::string output;
   bool full = false;  // ToString rather than Dump
+  // The largest text written; a larger one is refused before it is made.
+  uint64_t maxOutput = 1073741824;  // 1 GiB
 };
 int RunGraphText(const GraphTextOptions& options, const CommonOptions& common);
 

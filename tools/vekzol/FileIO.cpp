@@ -42,6 +42,12 @@ Output::Output(std::string path) : path_(std::move(path)) {
   std::error_code code;
   const std::filesystem::path target = std::filesystem::u8path(path_);
   const std::filesystem::file_status status = std::filesystem::status(target, code);
+  if (std::filesystem::is_directory(status)) {
+    // Neither written through nor replaced: Stream refuses it before any
+    // file is made beside it.
+    directory_ = true;
+    return;
+  }
   if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
     // A device or a pipe (/dev/null, a FIFO) is written to directly: it
     // cannot be replaced, and must not be.
@@ -69,10 +75,15 @@ std::FILE* Output::Stream() {
   if (file_ == nullptr) {
     if (path_.empty()) {
       file_ = stdout;
+    } else if (directory_) {
+      throw ToolError(path_ + ": cannot write: " + std::strerror(EISDIR));
     } else {
-      file_ = std::fopen(direct_ ? path_.c_str() : temporary_.c_str(), "wb");
+      const char* name = direct_ ? path_.c_str() : temporary_.c_str();
+      const int injected = InjectedOutputFault(OutputStep::kOpen);
+      file_ = injected != 0 ? nullptr : std::fopen(name, "wb");
       if (file_ == nullptr) {
-        throw ToolError(path_ + ": cannot write: " + std::strerror(errno));
+        const int error = injected != 0 ? injected : errno;
+        throw ToolError(path_ + ": cannot write: " + std::strerror(error));
       }
     }
   }
@@ -81,23 +92,43 @@ std::FILE* Output::Stream() {
 
 void Output::Write(const char* data, size_t size) {
   std::FILE* stream = Stream();
-  if (size != 0 && std::fwrite(data, 1, size, stream) != size) failed_ = true;
+  if (size == 0 || error_ != 0) return;  // after a failure the output is lost anyway
+  if (const int injected = InjectedOutputFault(OutputStep::kWrite)) {
+    error_ = injected;
+    return;
+  }
+  errno = 0;
+  if (std::fwrite(data, 1, size, stream) != size) error_ = errno != 0 ? errno : EIO;
 }
 
 void Output::Commit() {
   std::FILE* stream = Stream();  // an empty result still makes its file
   const std::string shown = path_.empty() ? std::string("<stdout>") : path_;
-  if (std::fflush(stream) != 0 || std::ferror(stream) != 0) failed_ = true;
+  // The first failure is the one reported: its errno is taken at once,
+  // before a later call (the close, the removal of the temporary file) can
+  // change it.
+  if (error_ == 0) {
+    errno = 0;
+    if (const int injected = InjectedOutputFault(OutputStep::kFlush)) {
+      error_ = injected;
+    } else if (std::fflush(stream) != 0 || std::ferror(stream) != 0) {
+      error_ = errno != 0 ? errno : EIO;
+    }
+  }
   if (stream == stdout) {
     file_ = nullptr;
-    if (failed_) throw ToolError(shown + ": cannot write: " + std::strerror(errno));
+    if (error_ != 0) throw ToolError(shown + ": cannot write: " + std::strerror(error_));
     return;
   }
+  errno = 0;
   const int closed = std::fclose(stream);
+  const int closeError = errno != 0 ? errno : EIO;
   file_ = nullptr;
-  if (failed_ || closed != 0) {
+  if (error_ == 0 && closed != 0) error_ = closeError;
+  if (error_ == 0) error_ = InjectedOutputFault(OutputStep::kClose);
+  if (error_ != 0) {
     if (!direct_) std::remove(temporary_.c_str());
-    throw ToolError(shown + ": cannot write: " + std::strerror(errno));
+    throw ToolError(shown + ": cannot write: " + std::strerror(error_));
   }
   if (direct_) return;
   std::string error;

@@ -3,7 +3,7 @@
 // standard output or a file given with -o; a file is written beside its
 // destination under a temporary name and renamed over it only when the
 // command has succeeded, so a failed command leaves the destination as it
-// was.
+// was, and leaves no temporary file behind.
 #ifndef VEKZOL_TOOLS_VEKZOL_FILEIO_H_
 #define VEKZOL_TOOLS_VEKZOL_FILEIO_H_
 
@@ -21,7 +21,8 @@ class Output {
  public:
   // Empty or "-": standard output. Otherwise the file `path`, written
   // through "<path>.vekzol-tmp" until Commit; a `path` that exists and is
-  // no regular file (a device, a pipe) is written directly.
+  // a device or a pipe is written directly, and one that is a directory is
+  // refused when the output is first written.
   explicit Output(std::string path);
   // Removes the temporary file when Commit was not reached.
   ~Output();
@@ -33,7 +34,8 @@ class Output {
   void Write(const char* data, size_t size);
   void Write(const std::string& text) { Write(text.data(), text.size()); }
   // Flushes and, for a file, renames it into place. Throws ToolError when
-  // writing failed at any point.
+  // writing failed at any point, naming the file and the error of the
+  // first step that failed; the temporary file is gone by then.
   void Commit();
 
  private:
@@ -41,8 +43,9 @@ class Output {
   std::string destination_;  // the file that Commit replaces
   std::string temporary_;
   bool direct_ = false;
+  bool directory_ = false;  // `path` names a directory
   std::FILE* file_ = nullptr;
-  bool failed_ = false;
+  int error_ = 0;  // errno of the first failed write, taken when it failed
 };
 
 }  // namespace vekzol_tool

@@ -1,12 +1,23 @@
 // File: GraphTextCommand.cpp
 // vekzol dump MODEL and vekzol show MODEL: the graph's own text forms.
+//
+// The text is measured before it is made (GraphTextSize.h): a tree shows
+// each vertex once per path from a root, indented by its level, so a deep
+// or much-shared graph can ask for more than any memory holds. Above the
+// limit of --max-output, or above what the library's CString can hold,
+// the command refuses with the size and why it is so large, and writes
+// nothing.
+#include <climits>
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include <vekzol/VEKZOLBase.h>
 
 #include "Commands.h"
 #include "FileIO.h"
+#include "GraphTextSize.h"
 #include "ModelFile.h"
 #include "Phases.h"
 #include "Platform.h"
@@ -14,6 +25,33 @@
 #include "ToolError.h"
 
 namespace vekzol_tool {
+
+namespace {
+
+// The most a CString holds: a longer text cannot be made at all.
+constexpr std::uint64_t kLargestText = INT_MAX;
+
+// Throws the refusal of a text of `size` above `limit` (or above what a
+// CString holds), naming the file, the size, the limit and what makes the
+// tree so large.
+[[noreturn]] void RefuseText(const std::string& path, bool listing, const GraphTextSize& size,
+                             std::uint64_t limit) {
+  std::string message = path + ": the " + (listing ? "listing" : "dump") + " would take " +
+                        SizeText(size.bytes) + " bytes, ";
+  if (limit < size.bytes && limit <= kLargestText) {
+    message += "more than --max-output allows (" + std::to_string(limit) + ")";
+  } else {
+    message +=
+        "more than the " + std::to_string(kLargestText) + " bytes a text of the library can hold";
+  }
+  message += ": its tree has " + SizeText(size.treeLines) + " lines for " +
+             std::to_string(size.vertices) + " vertices (one per vertex and path from a root), " +
+             "up to " + SizeText(size.depth) + " levels deep, and their indentation alone takes " +
+             SizeText(size.indentBytes) + " bytes";
+  throw ToolError(message);
+}
+
+}  // namespace
 
 int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   Output output(options.output);
@@ -32,14 +70,17 @@ int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   if (!common.quiet) model.ReportTolerated();
 
   phases.Begin("rendering");
-  CString text;
-  try {
-    text = options.full ? model.Graph().ToString() : model.Graph().Dump();
-  } catch (const CAtlException&) {
-    // The tree walk stops on a cycle below a root.
+  const GraphTextSize size = MeasureGraphText(model.Graph(), model.GraphName(), options.full);
+  if (size.cycle) {
+    // The graph's tree walk would stop there with E_FAIL.
     throw ToolError(model.Path() +
                     ": the graph has a cycle reachable from a root, so its tree cannot be written");
   }
+  if (size.bytes > options.maxOutput || size.bytes > kLargestText) {
+    RefuseText(model.Path(), options.full, size, options.maxOutput);
+  }
+  // Any failure now (memory) is no cycle: main reports it as it is.
+  const CString text = options.full ? model.Graph().ToString() : model.Graph().Dump();
   phases.End("render");
   output.Write(text.GetString(), static_cast<size_t>(text.GetLength()));
   output.Commit();

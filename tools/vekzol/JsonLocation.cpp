@@ -4,6 +4,9 @@
 #include <simdjson.h>
 #include <nlohmann/json.hpp>
 
+#include <cstring>
+#include <vector>
+
 namespace vekzol_tool {
 
 namespace {
@@ -68,6 +71,38 @@ bool FindSyntaxError(const char* json, size_t size, size_t& offset, std::string&
   offset = finder.offset;
   reason = finder.reason;
   return true;
+}
+
+bool FindNestingPast(const char* json, size_t size, size_t deepest, size_t& offset) {
+  std::vector<char> open;  // the brackets of the arrays and objects around
+  bool name = false;       // the next string names a member
+  for (size_t i = 0; i < size; ++i) {
+    const char c = json[i];
+    if (c == ' ' || c == '\t' || c == '\n' || c == '\r') continue;
+    if (c == ',') {
+      name = !open.empty() && open.back() == '{';
+    } else if (c == ':') {
+      name = false;
+    } else if (c == ']' || c == '}') {
+      if (!open.empty()) open.pop_back();
+      name = false;
+    } else if (!name && open.size() >= deepest) {
+      // A value inside `deepest` arrays and objects.
+      offset = i;
+      return true;
+    } else if (c == '"') {
+      for (++i; i < size && json[i] != '"'; ++i) {
+        if (json[i] == '\\') ++i;  // the escaped character, a quote among them
+      }
+    } else if (c == '[' || c == '{') {
+      open.push_back(c);
+      name = c == '{';
+    } else {
+      // A number or a literal: up to the next delimiter.
+      while (i + 1 < size && std::strchr(" \t\n\r,:[]{}\"", json[i + 1]) == nullptr) ++i;
+    }
+  }
+  return false;
 }
 
 bool FindValue(simdjson::padded_string& json, const std::string& pointer, size_t& offset) {

@@ -29,6 +29,12 @@ TextPosition PositionOf(const char* text, size_t size, size_t offset);
 // parser finds no error.
 bool FindSyntaxError(const char* json, size_t size, size_t& offset, std::string& reason);
 
+// The byte offset of the first value nested deeper than `deepest` levels:
+// the top-level value is at level 1, the values inside an array or object
+// one level deeper than it. False when there is none. Strings and
+// brackets are followed as they come; the text is not checked otherwise.
+bool FindNestingPast(const char* json, size_t size, size_t deepest, size_t& offset);
+
 // The byte offset at which the value named by the JSON `pointer` (RFC 6901,
 // "/objects/3/id") begins; false when it cannot be found.
 bool FindValue(simdjson::padded_string& json, const std::string& pointer, size_t& offset);

@@ -9,10 +9,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <new>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "IdIndex.h"
@@ -39,11 +42,42 @@ simdjson::padded_string ReadFile(const std::string& path) {
     throw ToolError(path + ": cannot read: " + error);
   }
   simdjson::padded_string text(static_cast<size_t>(size));
+  if (text.data() == nullptr) {  // the padded buffer's allocation does not throw
+    std::fclose(file);
+    throw std::bad_alloc();
+  }
   const size_t got = std::fread(text.data(), 1, text.size(), file);
   if (got != text.size()) error = std::ferror(file) ? std::strerror(errno) : "the file got shorter";
   std::fclose(file);
   if (!error.empty()) throw ToolError(path + ": cannot read: " + error);
   return text;
+}
+
+static_assert(kLargestModelBytes == simdjson::SIMDJSON_MAXSIZE_BYTES,
+              "the largest model file is the largest document the JSON parser takes");
+static_assert(kDeepestModelNesting == simdjson::DEFAULT_MAX_DEPTH,
+              "the deepest nesting is the JSON parser's default");
+
+[[noreturn]] void RefuseSize(const std::string& path, unsigned long long size) {
+  throw ToolError(path + ": the file has " + std::to_string(size) + " bytes, more than the " +
+                  std::to_string(kLargestModelBytes) + " bytes a model file may have");
+}
+
+// The parser gives the number of entries of a list only up to this value;
+// a list that long is counted by walking it, so that room is reserved for
+// every entry (the objects must never move once made).
+constexpr size_t kSaturatedEntryCount = 0xFFFFFF;
+
+size_t EntryCount(simdjson::dom::array list) {
+  size_t count = list.size();
+  if (count >= kSaturatedEntryCount) {
+    count = 0;
+    for (simdjson::dom::element entry : list) {
+      (void)entry;
+      ++count;
+    }
+  }
+  return count;
 }
 
 }  // namespace
@@ -187,8 +221,9 @@ class ModelFile::Reader {
 
   void ReadObjects(simdjson::dom::array objects) {
     // Exactly the room needed: the objects never move once made.
-    model_.objects_.reserve(objects.size());
-    ids_ = IdIndex<ModelObject>(objects.size());
+    const size_t count = EntryCount(objects);
+    model_.objects_.reserve(count);
+    ids_ = IdIndex<ModelObject>(count);
     // The ids of the objects some entries ahead are hashed and their slots
     // asked for, as for the relations' ends below.
     constexpr size_t kAhead = 16;
@@ -268,7 +303,7 @@ class ModelFile::Reader {
   }
 
   void ReadRelations(simdjson::dom::array relations) {
-    model_.relations_.reserve(relations.size());
+    model_.relations_.reserve(EntryCount(relations));
     // The ends of the relations some entries ahead are hashed and their
     // slots asked for, then, half way, the texts of those slots (see
     // IdIndex.h). Nothing is checked there: an entry that is not as it
@@ -334,13 +369,21 @@ class ModelFile::Reader {
 
 ModelFile::ModelFile(std::string path) : path_(std::move(path)) {
   const std::string name = std::filesystem::u8path(path_).filename().u8string();
-  graph_ = std::make_unique<VEKZOLGraph>(CString(name.c_str()));
+  graphName_ = CString(name.c_str());
+  graph_ = std::make_unique<VEKZOLGraph>(graphName_);
 }
 
 ModelFile::~ModelFile() = default;
 
 void ModelFile::Load(PhaseTimes& times) {
   const Clock::time_point start = Clock::now();
+  // The size is asked before the file is mapped or read, so that a file
+  // the parser could not take is refused without reading it. Where the
+  // size cannot be asked, opening the file tells why.
+  std::error_code sizeError;
+  const std::uintmax_t fileSize =
+      std::filesystem::file_size(std::filesystem::u8path(path_), sizeError);
+  if (!sizeError && fileSize > kLargestModelBytes) RefuseSize(path_, fileSize);
   MappedFile mapped;
   simdjson::padded_string copy;
   std::string_view text;
@@ -350,19 +393,43 @@ void ModelFile::Load(PhaseTimes& times) {
     copy = ReadFile(path_);
     text = std::string_view(copy.data(), copy.size());
   }
-  const Clock::time_point read = Clock::now();
-  times.emplace_back("read " + path_, Phases::Seconds(read - start));
+  times.emplace_back("read " + path_, Phases::Seconds(Clock::now() - start));
+  // Both forms of the text are followed by the parser's padding.
+  LoadText(text.data(), text.size(), times);
+}
 
+void ModelFile::LoadText(const char* data, size_t size, PhaseTimes& times) {
+  // A file that grew after its size was asked.
+  if (size > kLargestModelBytes) RefuseSize(path_, size);
+  const std::string_view text(data, size);
+  const Clock::time_point read = Clock::now();
   simdjson::dom::parser parser;
   simdjson::dom::element root;
-  // Both forms of the text are followed by the parser's padding.
   const simdjson::error_code error = parser.parse(text.data(), text.size(), false).get(root);
   const Clock::time_point parsed = Clock::now();
   times.emplace_back("parse " + path_, Phases::Seconds(parsed - read));
+  // The parser could not get memory for the document: reported as any
+  // failed allocation is, not as a fault of the file.
+  if (error == simdjson::MEMALLOC) throw std::bad_alloc();
   if (error != simdjson::SUCCESS) {
+    // The parser tells no position. The first problem in the text is
+    // reported: a value nested too deep, or the syntax error that the
+    // position-aware parser finds (the parser also calls a list nested too
+    // deep when its first member is missing, as in "[,]": a syntax error).
+    size_t deepAt = 0;
+    const bool deep = error == simdjson::DEPTH_ERROR &&
+                      FindNestingPast(text.data(), text.size(), kDeepestModelNesting, deepAt);
     size_t offset = 0;
     std::string reason;
-    if (FindSyntaxError(text.data(), text.size(), offset, reason)) {
+    const bool syntax = FindSyntaxError(text.data(), text.size(), offset, reason);
+    if (deep && (!syntax || deepAt <= offset)) {
+      const TextPosition at = PositionOf(text.data(), text.size(), deepAt);
+      throw ToolError(path_ + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) +
+                      ": a value nested " + std::to_string(kDeepestModelNesting + 1) +
+                      " levels deep; a model file may nest values at most " +
+                      std::to_string(kDeepestModelNesting) + " levels deep");
+    }
+    if (syntax) {
       const TextPosition at = PositionOf(text.data(), text.size(), offset);
       throw ToolError(path_ + ":" + std::to_string(at.line) + ":" + std::to_string(at.column) +
                       ": invalid JSON: " + reason);

@@ -17,6 +17,11 @@
 // What the graph tolerates, the reader tolerates too: duplicate ids (the
 // first object or relation wins) and relation ends that name no object (a
 // null end). Both are counted in Stats().
+//
+// Two limits come from the JSON parser, which takes one document of at
+// most 4 GiB less one byte, whose values are nested at most 1024 levels
+// deep (the top-level object is level 1, its lists level 2, their entries
+// level 3). A file past either is refused with a message naming the limit.
 #ifndef VEKZOL_TOOLS_VEKZOL_MODELFILE_H_
 #define VEKZOL_TOOLS_VEKZOL_MODELFILE_H_
 
@@ -32,6 +37,13 @@
 #include "Phases.h"
 
 namespace vekzol_tool {
+
+// The largest model file read, in bytes. A larger file is refused before it
+// is mapped or read.
+constexpr unsigned long long kLargestModelBytes = 0xFFFFFFFFull;
+// The deepest level of a value in a model file; the top-level value is at
+// level 1.
+constexpr size_t kDeepestModelNesting = 1024;
 
 struct ModelStats {
   size_t objects = 0;
@@ -53,15 +65,27 @@ class ModelFile {
   // Reads and parses the file and makes the objects and relations. The
   // times of "read <path>", "parse <path>" (the JSON parser alone) and
   // "objects <path>" are appended to `times`. Throws ToolError naming the
-  // file, and for JSON the line and column, on any problem. Touches
+  // file, and for JSON the line and column, on any problem; a file larger
+  // than kLargestModelBytes is refused before it is mapped or read. Touches
   // nothing outside this model file, so two files load on two threads.
   void Load(PhaseTimes& times);
+
+  // The same for a model held in memory, standing for the file's content
+  // (messages still name the path given to the constructor): `size` bytes
+  // at `text`, followed by at least the JSON parser's padding
+  // (simdjson::SIMDJSON_PADDING, 64 bytes) of readable memory, whose
+  // content does not matter; a simdjson::padded_string has it. Appends the
+  // times of "parse <path>" and "objects <path>". Load calls it once the
+  // file is in memory.
+  void LoadText(const char* text, size_t size, PhaseTimes& times);
 
   // Builds the graph, then gives each vertex the backup name and ident path
   // of its object's entry. Counts duplicate ids.
   void Build();
 
   VEKZOLGraph& Graph() { return *graph_; }
+  // The name the graph was made with.
+  const CString& GraphName() const { return graphName_; }
   const ModelStats& Stats() const { return stats_; }
   const std::string& Path() const { return path_; }
   size_t Elements() const { return stats_.objects + stats_.relations; }
@@ -81,6 +105,7 @@ class ModelFile {
   std::vector<ModelRelation> relations_;
   // Declared last so that it goes first: the graph's vertices and edges
   // point to the objects and relations.
+  CString graphName_;
   std::unique_ptr<VEKZOLGraph> graph_;
 };
 

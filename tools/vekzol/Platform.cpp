@@ -2,8 +2,10 @@
 // The tool's only platform-specific code.
 #include "Platform.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -37,7 +39,57 @@ bool StandardErrorIsTerminal() {
 #endif
 }
 
+namespace {
+
+struct InjectedFault {
+  OutputStep step;
+  int error;  // 0: none
+};
+
+// The seam's setting, parsed once.
+InjectedFault ReadInjectedFault() {
+  static const struct {
+    const char* name;
+    OutputStep step;
+  } kSteps[] = {{"open", OutputStep::kOpen},
+                {"write", OutputStep::kWrite},
+                {"flush", OutputStep::kFlush},
+                {"close", OutputStep::kClose},
+                {"rename", OutputStep::kRename}};
+  static const struct {
+    const char* name;
+    int error;
+  } kErrors[] = {
+      {"ENOSPC", ENOSPC}, {"EFBIG", EFBIG}, {"EIO", EIO}, {"EACCES", EACCES}, {"EXDEV", EXDEV}};
+  InjectedFault none{OutputStep::kOpen, 0};
+  const char* value = std::getenv("VEKZOL_TOOL_TESTING_FAULT");
+  if (value == nullptr) return none;
+  const std::string text(value);
+  const size_t colon = text.find(':');
+  if (colon == std::string::npos) return none;
+  for (const auto& step : kSteps) {
+    if (text.compare(0, colon, step.name) != 0) continue;
+    for (const auto& error : kErrors) {
+      if (text.compare(colon + 1, std::string::npos, error.name) == 0) {
+        return InjectedFault{step.step, error.error};
+      }
+    }
+  }
+  return none;
+}
+
+}  // namespace
+
+int InjectedOutputFault(OutputStep step) {
+  static const InjectedFault fault = ReadInjectedFault();
+  return fault.error != 0 && fault.step == step ? fault.error : 0;
+}
+
 bool ReplaceFile(const std::string& from, const std::string& to, std::string& error) {
+  if (const int injected = InjectedOutputFault(OutputStep::kRename)) {
+    error = std::strerror(injected);
+    return false;
+  }
   std::error_code code;
   std::filesystem::rename(std::filesystem::u8path(from), std::filesystem::u8path(to), code);
   if (code) {

@@ -1,8 +1,9 @@
 // File: Platform.h
 // The few operating-system questions the vekzol tool asks, kept in one
 // place: whether standard error is a terminal, how to put a finished file
-// in place of another, how to switch the standard streams to binary, and
-// how to read and set a variable of the process's environment.
+// in place of another, how to switch the standard streams to binary, how
+// to read and set a variable of the process's environment, and the test
+// seam that makes the steps of writing an output file fail.
 #ifndef VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 #define VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 
@@ -15,9 +16,23 @@ namespace vekzol_tool {
 // only then).
 bool StandardErrorIsTerminal();
 
-// Moves `from` over `to`, replacing it where it exists. False with a
-// message in `error` when the system refuses.
+// Moves `from` over `to`, replacing it where it exists. False with the
+// system's message, taken when the rename failed, in `error` when the
+// system refuses.
 bool ReplaceFile(const std::string& from, const std::string& to, std::string& error);
+
+// The steps of writing an output file that the test seam can fail.
+enum class OutputStep { kOpen, kWrite, kFlush, kClose, kRename };
+
+// Test seam: 0 to let `step` run, or the errno it is to fail with, as if
+// the system had failed it. A test sets the environment variable
+// VEKZOL_TOOL_TESTING_FAULT to "<step>:<error>", with a step of "open",
+// "write", "flush", "close" or "rename" and an error of "ENOSPC",
+// "EFBIG", "EIO", "EACCES" or "EXDEV"; that step then fails for every
+// output file of the run. It is read once. Without it, and with a value
+// of another form, nothing fails: a disk that fills cannot be had on
+// demand on every machine the tests run on, this can.
+int InjectedOutputFault(OutputStep step);
 
 // Standard input and output carry blobs byte for byte (no text-mode
 // translation on Windows).

@@ -12,6 +12,7 @@
 #include <vekzol/VEKZOLBase.h>
 
 #include "Commands.h"
+#include "LibraryFailure.h"
 #include "LibraryTrace.h"
 #include "ToolError.h"
 
@@ -89,6 +90,12 @@ int Run(int argc, char** argv) {
       ->required();
   dumpCommand->add_option("-o,--output", dump.output, "Write to FILE instead of standard output")
       ->type_name("FILE");
+  dumpCommand
+      ->add_option("--max-output", dump.maxOutput,
+                   "Refuse, with its size and why, a text larger than BYTES (measured before it "
+                   "is made; texts above 2147483647 bytes cannot be made at all)")
+      ->type_name("BYTES")
+      ->capture_default_str();
   dumpCommand->footer(kModelHelp);
 
   GraphTextOptions show;
@@ -100,6 +107,12 @@ int Run(int argc, char** argv) {
       ->required();
   showCommand->add_option("-o,--output", show.output, "Write to FILE instead of standard output")
       ->type_name("FILE");
+  showCommand
+      ->add_option("--max-output", show.maxOutput,
+                   "Refuse, with its size and why, a text larger than BYTES (measured before it "
+                   "is made; texts above 2147483647 bytes cannot be made at all)")
+      ->type_name("BYTES")
+      ->capture_default_str();
   showCommand->footer(kModelHelp);
 
   ZipOptions compress;
@@ -196,10 +209,10 @@ int main(int argc, char** argv) {
   } catch (const ToolError& error) {
     std::fprintf(stderr, "vekzol: %s\n", error.what());
   } catch (const CAtlException& error) {
-    std::fprintf(stderr, "vekzol: the library failed with status 0x%08lx\n",
-                 static_cast<unsigned long>(static_cast<HRESULT>(error)) & 0xFFFFFFFFul);
+    // The status names the cause: exhausted memory reads as for bad_alloc.
+    std::fprintf(stderr, "vekzol: %s\n", LibraryFailureMessage(error.m_hr).c_str());
   } catch (const std::bad_alloc&) {
-    std::fprintf(stderr, "vekzol: out of memory\n");
+    std::fprintf(stderr, "vekzol: %s\n", OutOfMemoryMessage());
   } catch (const std::exception& error) {
     std::fprintf(stderr, "vekzol: %s\n", error.what());
   }
