@@ -133,27 +133,8 @@ void Compare(VEKZOLGraph& newGraph, VEKZOLGraph& oldGraph) {
   VEKZOLGraphComparator comparator(&newGraph, &oldGraph);
   const long outcome = comparator.RunComparison(true);
   if (outcome < 0) return;
-  ComparisonReport report;
-  report.different = outcome == S_OK;
-  report.lists = {{"verticesToBeAdded", "Vertices to add", {}},
-                  {"verticesToBeRemoved", "Vertices to remove", {}},
-                  {"verticesToBeMoved", "Vertices to move", {}},
-                  {"verticesToChangeName", "Vertices to rename", {}},
-                  {"edgesToBeAdded", "Edges to add", {}},
-                  {"edgesToBeRemoved", "Edges to remove", {}}};
-  comparator.GetVerticesToBeAdded(report.lists[0].ids);
-  comparator.GetVerticesToBeRemoved(report.lists[1].ids);
-  comparator.GetVerticesToBeMoved(report.lists[2].ids);
-  comparator.GetVerticesToChangeName(report.lists[3].ids);
-  comparator.GetEdgesToBeAdded(report.lists[4].ids);
-  comparator.GetEdgesToBeRemoved(report.lists[5].ids);
-  report.withRoots = true;
-  report.roots = {{"rootVerticesToAdd", "Root vertices to add", {}},
-                  {"rootEdgesToAdd", "Root edges to add", {}},
-                  {"rootVerticesToRemove", "Root vertices to remove", {}},
-                  {"rootEdgesToRemove", "Root edges to remove", {}}};
-  comparator.GetRootsToAdd(report.roots[0].ids, report.roots[1].ids);
-  comparator.GetRootsToRemove(report.roots[2].ids, report.roots[3].ids);
+  ComparisonReport report = vekzol_tool::CollectLists(comparator, outcome);
+  vekzol_tool::CollectRoots(comparator, report);
   CheckJson(report, vekzol_tool::RenderJson(report));
   CheckText(report, vekzol_tool::RenderText(report));
 }

@@ -1,6 +1,8 @@
 // File: ComparisonReport.cpp
 #include "ComparisonReport.h"
 
+#include <vekzol/VEKZOLBase.h>
+
 #include <cstdio>
 
 namespace vekzol_tool {
@@ -89,6 +91,35 @@ std::string JsonString(const char* text, size_t size) {
   }
   json += '"';
   return json;
+}
+
+ComparisonReport CollectLists(VEKZOLGraphComparator& comparator, long outcome) {
+  ComparisonReport report;
+  report.different = outcome == S_OK;
+  report.lists = {{"verticesToBeAdded", "Vertices to add", {}},
+                  {"verticesToBeRemoved", "Vertices to remove", {}},
+                  {"verticesToBeMoved", "Vertices to move", {}},
+                  {"verticesToChangeName", "Vertices to rename", {}},
+                  {"edgesToBeAdded", "Edges to add", {}},
+                  {"edgesToBeRemoved", "Edges to remove", {}}};
+  // The getters answer E_FAIL on their normal path: the lists are the result.
+  comparator.GetVerticesToBeAdded(report.lists[0].ids);
+  comparator.GetVerticesToBeRemoved(report.lists[1].ids);
+  comparator.GetVerticesToBeMoved(report.lists[2].ids);
+  comparator.GetVerticesToChangeName(report.lists[3].ids);
+  comparator.GetEdgesToBeAdded(report.lists[4].ids);
+  comparator.GetEdgesToBeRemoved(report.lists[5].ids);
+  return report;
+}
+
+void CollectRoots(VEKZOLGraphComparator& comparator, ComparisonReport& report) {
+  report.withRoots = true;
+  report.roots = {{"rootVerticesToAdd", "Root vertices to add", {}},
+                  {"rootEdgesToAdd", "Root edges to add", {}},
+                  {"rootVerticesToRemove", "Root vertices to remove", {}},
+                  {"rootEdgesToRemove", "Root edges to remove", {}}};
+  comparator.GetRootsToAdd(report.roots[0].ids, report.roots[1].ids);
+  comparator.GetRootsToRemove(report.roots[2].ids, report.roots[3].ids);
 }
 
 }  // namespace vekzol_tool

@@ -12,6 +12,8 @@
 
 #include <vekzol/platform/CString.h>
 
+class VEKZOLGraphComparator;
+
 namespace vekzol_tool {
 
 struct ComparisonReport {
@@ -29,6 +31,13 @@ struct ComparisonReport {
   // rootEdgesToRemove; empty unless withRoots.
   std::vector<List> roots;
 };
+
+// The report of a comparison whose RunComparison gave `outcome` (S_OK or
+// S_FALSE): the outcome and the comparator's six lists.
+ComparisonReport CollectLists(VEKZOLGraphComparator& comparator, long outcome);
+
+// Adds the comparator's four root lists to `report`.
+void CollectRoots(VEKZOLGraphComparator& comparator, ComparisonReport& report);
 
 // Sections "Title (count):" with one id per line, indented by two blanks,
 // then "Outcome: ...".
