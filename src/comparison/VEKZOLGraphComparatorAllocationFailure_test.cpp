@@ -35,24 +35,6 @@ using comparator_test::Ids;
 using comparator_test::IdsOf;
 using comparator_test::State;
 
-enum class Ending { kCompleted, kOutOfMemory, kOtherStatus, kBadAlloc };
-
-// Runs `call` with memory running out after `allowed` allocations.
-Ending RunFailingAfter(std::size_t allowed, const std::function<void()>& call, HRESULT& status) {
-  Ending ending = Ending::kCompleted;
-  g_failBeyond = g_allocations + allowed;
-  try {
-    call();
-  } catch (const CAtlException& raised) {
-    status = raised.m_hr;
-    ending = raised.m_hr == E_OUTOFMEMORY ? Ending::kOutOfMemory : Ending::kOtherStatus;
-  } catch (const std::bad_alloc&) {
-    ending = Ending::kBadAlloc;
-  }
-  g_failBeyond = kNoLimit;
-  return ending;
-}
-
 bool IsPrefix(const Ids& part, const Ids& whole) {
   if (part.size() > whole.size()) return false;
   for (std::size_t i = 0; i < part.size(); ++i) {

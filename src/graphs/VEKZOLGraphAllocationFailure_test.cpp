@@ -34,27 +34,6 @@ namespace {
 using graph_test::GraphPeer;
 using graph_test::Model;
 
-// How one run of an operation under a failing allocator ended.
-enum class Ending { kCompleted, kOutOfMemory, kOtherStatus, kBadAlloc };
-
-// Runs `operation` with memory running out after `allowed` allocations;
-// `status` receives the status of a CAtlException.
-Ending RunFailingAfter(std::size_t allowed, const std::function<void()>& operation,
-                       HRESULT& status) {
-  Ending ending = Ending::kCompleted;
-  g_failBeyond = g_allocations + allowed;
-  try {
-    operation();
-  } catch (const CAtlException& raised) {
-    status = raised.m_hr;
-    ending = raised.m_hr == E_OUTOFMEMORY ? Ending::kOutOfMemory : Ending::kOtherStatus;
-  } catch (const std::bad_alloc&) {
-    ending = Ending::kBadAlloc;
-  }
-  g_failBeyond = kNoLimit;
-  return ending;
-}
-
 // A small model with what a graph tolerates: a vertex with several parents,
 // parallel edges, ends that name no vertex and a null end, duplicate object
 // and relation ids, null entries, and a cycle with a self-loop that no root

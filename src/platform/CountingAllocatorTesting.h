@@ -11,13 +11,38 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <functional>
 #include <new>
+
+#include <vekzol/platform/CAtlException.h>
+#include <vekzol/platform/Status.h>
 
 namespace {
 bool g_failAllocations = false;
 std::size_t g_allocations = 0;
 constexpr std::size_t kNoLimit = static_cast<std::size_t>(-1);
 std::size_t g_failBeyond = kNoLimit;
+
+// How one run of an operation under a failing allocator ended.
+enum class Ending { kCompleted, kOutOfMemory, kOtherStatus, kBadAlloc };
+
+// Runs `operation` with memory running out after `allowed` allocations;
+// `status` receives the status of a CAtlException.
+inline Ending RunFailingAfter(std::size_t allowed, const std::function<void()>& operation,
+                              HRESULT& status) {
+  Ending ending = Ending::kCompleted;
+  g_failBeyond = g_allocations + allowed;
+  try {
+    operation();
+  } catch (const CAtlException& raised) {
+    status = raised.m_hr;
+    ending = raised.m_hr == E_OUTOFMEMORY ? Ending::kOutOfMemory : Ending::kOtherStatus;
+  } catch (const std::bad_alloc&) {
+    ending = Ending::kBadAlloc;
+  }
+  g_failBeyond = kNoLimit;
+  return ending;
+}
 }  // namespace
 
 // GCC pairs `new` with its own built-in idea of the allocator and, once the
