@@ -47,7 +47,7 @@
 
 #include <vekzol/VEKZOLBase.h>
 
-#include "comparison/testing/ComparisonModelGenerator.h"
+#include "ComparisonModelGenerator.h"
 
 namespace {
 

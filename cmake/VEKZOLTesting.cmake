@@ -24,17 +24,59 @@ if(VEKZOL_BUILD_TESTS)
   set(VEKZOL_TEST_TEMP_ROOT "${PROJECT_BINARY_DIR}/test-temp")
 endif()
 
-# vekzol_add_test(NAME <target> SOURCES <files...> [LINK_SHARED]
-#                 [ENVIRONMENT <VAR=value>...])
+# The library's own switches, the one list of them for the tests. A test
+# registered with SWITCHES gets every one of them set and empty (which reads
+# as off), so that the caller's own environment cannot leak in, except those
+# it gives a value of its own. JBM_RQT_OUT and JBM_RQT_TEMP are not switches
+# and not here: a variable set to empty ends the search of the batch session
+# base, where an unset one lets it go on.
+set(VEKZOL_TEST_SWITCHES
+  VEK_ZOL_LOG_ENABLED
+  VEK_ZOL_LOG_VERBOSE
+  JBM_RQT_IN
+  VEK_ZOL_TIMERS_ENABLED
+  VEK_ZOL_DUMP_DECOMPRESSED_BLOBS)
+
+# vekzol_switch_environment(<out> [<SWITCH>=<value>...])
 #
-# Each executable is one CTest test. ENVIRONMENT adds variables to its
-# process: the way to test behaviour that reads the environment once per
-# process.
+# Sets <out> to the environment entries of every switch of
+# VEKZOL_TEST_SWITCHES: the value given for it, else empty. A name that is
+# not in the list is an error, so the list stays the one place.
+function(vekzol_switch_environment out)
+  set(given_names "")
+  foreach(entry IN LISTS ARGN)
+    string(REGEX MATCH "^[^=]+" name "${entry}")
+    if(NOT name IN_LIST VEKZOL_TEST_SWITCHES)
+      message(FATAL_ERROR "vekzol_switch_environment: ${name} is not in VEKZOL_TEST_SWITCHES")
+    endif()
+    list(APPEND given_names "${name}")
+  endforeach()
+  set(entries "")
+  foreach(switch IN LISTS VEKZOL_TEST_SWITCHES)
+    if(NOT switch IN_LIST given_names)
+      list(APPEND entries "${switch}=")
+    endif()
+  endforeach()
+  list(APPEND entries ${ARGN})
+  set(${out} "${entries}" PARENT_SCOPE)
+endfunction()
+
+# vekzol_add_test(NAME <target> SOURCES <files...> [LINK_SHARED]
+#                 [SWITCHES [<SWITCH>=<value>...]] [ENVIRONMENT <VAR=value>...])
+#
+# Each executable is one CTest test. SWITCHES blanks the library's switches
+# and sets those given (see VEKZOL_TEST_SWITCHES); ENVIRONMENT adds other
+# variables to its process. Both are the way to test behaviour that reads
+# the environment once per process.
 function(vekzol_add_test)
   if(NOT VEKZOL_BUILD_TESTS)
     return()
   endif()
-  cmake_parse_arguments(ARG "LINK_SHARED" "NAME" "SOURCES;ENVIRONMENT" ${ARGN})
+  cmake_parse_arguments(ARG "LINK_SHARED" "NAME" "SOURCES;ENVIRONMENT;SWITCHES" ${ARGN})
+  if(DEFINED ARG_SWITCHES OR "SWITCHES" IN_LIST ARG_KEYWORDS_MISSING_VALUES)
+    vekzol_switch_environment(switch_environment ${ARG_SWITCHES})
+    set(ARG_ENVIRONMENT ${switch_environment} ${ARG_ENVIRONMENT})
+  endif()
   add_executable(${ARG_NAME} ${ARG_SOURCES})
   if(ARG_LINK_SHARED)
     target_link_libraries(${ARG_NAME} PRIVATE VEKZOLBase::VEKZOLBase GTest::gtest GTest::gtest_main)

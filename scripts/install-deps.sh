@@ -12,11 +12,14 @@
 #                                      tests
 #   scripts/install-deps.sh --fuzz     the libFuzzer build: clang and its
 #                                      fuzzer and sanitizer runtimes, and
-#                                      the model reader's JSON libraries
+#                                      the vekzol tool's JSON and argument
+#                                      libraries (the model reader's target
+#                                      links the tool's library)
 set -euo pipefail
 
 if [ "${1:-}" = "--fuzz" ]; then
-  packages=(cmake make clang libclang-rt-dev zlib1g-dev libsimdjson-dev nlohmann-json3-dev)
+  packages=(cmake make clang libclang-rt-dev zlib1g-dev libsimdjson-dev nlohmann-json3-dev
+    libcli11-dev)
 elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else

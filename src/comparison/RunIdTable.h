@@ -21,7 +21,7 @@
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
 #include <vekzol/platform/CString.h>
 
-#include "comparison/GraphReader.h"
+#include "graphs/GraphAccess.h"
 
 namespace vekzol {
 namespace comparison {
@@ -38,7 +38,7 @@ class RunIdTable {
     record.vertex = vertex;
     record.id = std::move(id);
     if (position <= std::numeric_limits<std::uint32_t>::max()) {
-      GraphReader::SetRunPosition(vertex, static_cast<std::uint32_t>(position));
+      graphs::GraphAccess::SetRunPosition(vertex, static_cast<std::uint32_t>(position));
     }
     return record.id;
   }
@@ -48,7 +48,7 @@ class RunIdTable {
 
   // The id recorded for `vertex`, or null.
   const CString* Find(const VEKZOLGraphVertex* vertex) const {
-    const size_t position = GraphReader::RunPosition(vertex);
+    const size_t position = graphs::GraphAccess::RunPosition(vertex);
     if (position < m_Records.size() && m_Records[position].vertex == vertex) {
       return &m_Records[position].id;
     }
@@ -57,7 +57,7 @@ class RunIdTable {
 
   // The record that Find(vertex) reads first, to ask memory for it ahead.
   const void* PlaceOf(const VEKZOLGraphVertex* vertex) const {
-    const size_t position = GraphReader::RunPosition(vertex);
+    const size_t position = graphs::GraphAccess::RunPosition(vertex);
     return position < m_Records.size() ? &m_Records[position] : nullptr;
   }
 

@@ -13,7 +13,7 @@
 #include <vekzol/graphs/VEKZOLGraph.h>
 #include <vekzol/platform/Status.h>
 
-#include "comparison/testing/ComparisonModelGenerator.h"
+#include "ComparisonModelGenerator.h"
 #include "platform/CountingAllocatorTesting.h"
 
 namespace {

@@ -14,6 +14,7 @@
 
 #include <cstddef>
 
+#include "graphs/GraphAccess.h"
 #include "graphs/IdMap.h"
 
 long VEKZOLGraphComparator::GetRootsToAdd(std::deque<CString>& rootVertexIds,
@@ -65,7 +66,7 @@ long VEKZOLGraphComparator::ExtractRoots(const std::deque<CString>& vertexIds,
       if (id.IsEmpty()) {
         continue;
       }
-      const auto* found = graph->m_Edges->FindForward(id, hint);
+      const auto* found = vekzol::graphs::GraphAccess::Edges(*graph).FindForward(id, hint);
       VEKZOLGraphEdge* edge = found == nullptr ? nullptr : found->second;
       if (edge != nullptr && edge->GetRelation() != nullptr) {
         relations.push_back(edge->GetRelation());

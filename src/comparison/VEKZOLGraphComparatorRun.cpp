@@ -23,18 +23,19 @@
 #include <deque>
 #include <vector>
 
-#include "comparison/GraphReader.h"
 #include "comparison/IdCursor.h"
 #include "comparison/ParentIntersection.h"
+#include "comparison/ReadAhead.h"
 #include "comparison/RunIdTable.h"
+#include "graphs/GraphAccess.h"
 #include "graphs/IdMap.h"
 
 namespace {
 
 using vekzol::comparison::IdCursor;
-
-using vekzol::comparison::GraphReader;
+using vekzol::comparison::ReadAhead;
 using vekzol::comparison::RunIdTable;
+using vekzol::graphs::GraphAccess;
 
 // Appends the id of each parent vertex of `vertex`, one per incoming edge
 // with a parent vertex, oldest edge first, as read from `recorded` (the ids
@@ -44,9 +45,9 @@ using vekzol::comparison::RunIdTable;
 // them.
 void AppendParentIds(VEKZOLGraphVertex* vertex, const RunIdTable& recorded,
                      std::vector<const CString*>& ids, std::deque<CString>& asked) {
-  for (VEKZOLGraphEdge* edge : GraphReader::ParentEdges(vertex)) {
+  for (VEKZOLGraphEdge* edge : GraphAccess::ParentEdges(vertex)) {
     if (edge == nullptr) continue;
-    if (VEKZOLGraphVertex* parent = GraphReader::ParentOf(edge)) {
+    if (VEKZOLGraphVertex* parent = GraphAccess::Parent(edge)) {
       const CString* id = recorded.Find(parent);
       if (id == nullptr) {
         asked.push_back(parent->GetID());
@@ -67,8 +68,8 @@ void AppendMissing(const vekzol::graphs::IdMap<Element>& from,
   const auto* entries = from.begin();
   const size_t count = from.size();
   for (size_t i = 0; i < count; ++i) {
-    GraphReader::Prefetch(entries + i, entries + count);
-    GraphReader::PrefetchKeys(partners.Next(), partners.End());
+    ReadAhead::Prefetch(entries + i, entries + count);
+    ReadAhead::PrefetchKeys(partners.Next(), partners.End());
     Element* element = entries[i].second;
     if (element == nullptr) {
       continue;
@@ -88,8 +89,8 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
   }
   VEKZOLTimer timer("Graph - Run Comparison Timer");
   timer.StartTimer();
-  const auto& newVertices = *m_NewGraph->m_Vertices;
-  const auto& oldVertices = *m_OldGraph->m_Vertices;
+  const auto& newVertices = GraphAccess::Vertices(*m_NewGraph);
+  const auto& oldVertices = GraphAccess::Vertices(*m_OldGraph);
 
   // Pass 1: vertices of the new graph, whose ids are recorded; with names
   // checked, the ident path travels from old to new and the old vertex's
@@ -100,8 +101,8 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = newVertices.begin();
     const size_t count = newVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::PrefetchForNames(entries + i, entries + count);
-      GraphReader::PrefetchForNames(oldPartners.Next(), oldPartners.End());
+      ReadAhead::PrefetchForNames(entries + i, entries + count);
+      ReadAhead::PrefetchForNames(oldPartners.Next(), oldPartners.End());
       VEKZOLGraphVertex* newVertex = entries[i].second;
       if (newVertex == nullptr) {
         continue;
@@ -114,11 +115,11 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
       if (oldVertex == nullptr) {
         m_VerticesToBeAdded.push_back(id);
       } else if (checkNames) {
-        const CString& identPath = GraphReader::IdentPath(oldVertex);
+        const CString& identPath = GraphAccess::IdentPath(oldVertex);
         if (!identPath.IsEmpty()) {
-          GraphReader::SetIdentPath(newVertex, identPath);
+          GraphAccess::SetIdentPath(newVertex, identPath);
         }
-        if (oldVertex->GetName() != GraphReader::BackupName(oldVertex)) {
+        if (oldVertex->GetName() != GraphAccess::BackupName(oldVertex)) {
           m_VerticesToChangeName.push_back(id);
         }
       }
@@ -132,7 +133,7 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = oldVertices.begin();
     const size_t count = oldVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::PrefetchForId(entries + i, entries + count);
+      ReadAhead::PrefetchForId(entries + i, entries + count);
       if (VEKZOLGraphVertex* oldVertex = entries[i].second) {
         oldIds.Record(i, oldVertex, oldVertex->GetID());
       }
@@ -159,8 +160,8 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
     const auto* entries = oldVertices.begin();
     const size_t count = oldVertices.size();
     for (size_t i = 0; i < count; ++i) {
-      GraphReader::PrefetchForParents(entries + i, entries + count, oldIds);
-      GraphReader::PrefetchForParents(newPartners.Next(), newPartners.End(), newIds);
+      ReadAhead::PrefetchForParents(entries + i, entries + count, oldIds);
+      ReadAhead::PrefetchForParents(newPartners.Next(), newPartners.End(), newIds);
       VEKZOLGraphVertex* oldVertex = entries[i].second;
       if (oldVertex == nullptr) {
         continue;
@@ -204,8 +205,9 @@ long VEKZOLGraphComparator::RunComparison(bool checkNames) {
   }
 
   // Passes 4 and 5: edges that only one of the graphs has.
-  AppendMissing(*m_NewGraph->m_Edges, *m_OldGraph->m_Edges, m_EdgesToBeAdded);
-  AppendMissing(*m_OldGraph->m_Edges, *m_NewGraph->m_Edges, m_EdgesToBeRemoved);
+  AppendMissing(GraphAccess::Edges(*m_NewGraph), GraphAccess::Edges(*m_OldGraph), m_EdgesToBeAdded);
+  AppendMissing(GraphAccess::Edges(*m_OldGraph), GraphAccess::Edges(*m_NewGraph),
+                m_EdgesToBeRemoved);
 
   // The outcome comes from the accumulated lists, so a run that follows one
   // with differences answers S_OK even over equal graphs.

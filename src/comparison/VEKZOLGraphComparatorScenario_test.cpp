@@ -12,7 +12,7 @@
 #include <vekzol/graphs/VEKZOLGraph.h>
 #include <vekzol/platform/Status.h>
 
-#include "comparison/testing/ComparisonModelGenerator.h"
+#include "ComparisonModelGenerator.h"
 
 namespace {
 

@@ -14,8 +14,8 @@
 #include <vekzol/platform/Status.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 
+#include "ComparisonModelGenerator.h"
 #include "comparison/ComparatorTestSupport.h"
-#include "comparison/testing/ComparisonModelGenerator.h"
 #include "diagnostics/VEKZOLTimerTestPeer.h"
 #include "diagnostics/VEKZOLTimerTestSupport.h"
 

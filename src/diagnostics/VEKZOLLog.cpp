@@ -2,7 +2,8 @@
 // The trace log. Every line is a complete open, write and close of the trace
 // file, so no stream stays open between lines and nothing is lost when the
 // host ends abruptly. The first line really written creates the file; the
-// three switches are read from the environment once per process.
+// three switches are read from the environment once per process, by the
+// library's process-wide state, which keeps their answers.
 #include <vekzol/diagnostics/VEKZOLLog.h>
 
 #include <cstdint>
@@ -15,17 +16,7 @@
 
 #include "platform/MbString.h"
 #include "platform/System.h"
-#include "platform/TempDirectories.h"
-
-// The creation step has not run yet, and the switches are not read yet:
-// constant initialisation, so they hold before any other static runs.
-bool VEKZOLLog::_bIsInitialized = false;
-bool VEKZOLLog::s_LogEnabled = true;
-bool VEKZOLLog::s_LogEnabledRead = false;
-bool VEKZOLLog::s_RQTMode = false;
-bool VEKZOLLog::s_RQTModeRead = false;
-bool VEKZOLLog::s_Verbose = false;
-bool VEKZOLLog::s_VerboseRead = false;
+#include "state/LibraryState.h"
 
 namespace {
 
@@ -36,19 +27,6 @@ using vekzol::platform::Sys;
 struct StreamCloser {
   void operator()(std::FILE* stream) const { std::fclose(stream); }
 };
-
-// The directory that receives the trace file: the first of the platform's
-// temporary-directory variables that is set, even to an empty value (the
-// file then goes to the root), else the platform's default.
-CString TraceDirectory() {
-  std::string value;
-  for (const char* name : vekzol::platform::TempDirectoryVariables()) {
-    if (Sys().GetEnv(name, &value)) {
-      return CString(value);
-    }
-  }
-  return CString(vekzol::platform::DefaultTraceDirectory());
-}
 
 // The runtime's date text of `seconds`, as the zeroed buffer holds it: the
 // text up to its first NUL, empty when the platform could not form it.
@@ -110,7 +88,7 @@ void VEKZOLLog::WriteMsg(CString message, int verbosity) {
   }
   // The cached flag, not IsVerbosityEnabled: verbose lines stay off until
   // someone has asked for verbosity once.
-  if (verbosity != 0 && !s_Verbose) {
+  if (verbosity != 0 && !vekzol::state::VerboseAsCached()) {
     return;
   }
   std::FILE* stream = nullptr;
@@ -137,7 +115,7 @@ long VEKZOLLog::GetLogFile(std::FILE** stream) {
     return E_FAIL;
   }
 
-  const CString directory = TraceDirectory();
+  const CString directory = vekzol::state::TraceDirectory();
   const int64_t now = Sys().Now();
   // The text of the header line: the stamp, or in the fallback the
   // unchanged date text.
@@ -166,41 +144,11 @@ long VEKZOLLog::GetLogFile(std::FILE** stream) {
   return E_FAIL;
 }
 
-bool VEKZOLLog::IsLogEnabled() {
-  if (!s_LogEnabledRead) {
-    std::string value;
-    if (Sys().GetEnv("VEK_ZOL_LOG_ENABLED", &value) &&
-        vekzol::platform::Mbscmp(value.c_str(), "FALSE") == 0) {
-      s_LogEnabled = false;
-    }
-    s_LogEnabledRead = true;
-  }
-  return s_LogEnabled;
-}
+bool VEKZOLLog::IsLogEnabled() { return vekzol::state::LogEnabled(); }
 
-bool VEKZOLLog::IsRQTMode() {
-  if (!s_RQTModeRead) {
-    std::string value;
-    if (Sys().GetEnv("JBM_RQT_IN", &value) && !value.empty()) {
-      s_RQTMode = true;
-    }
-    s_RQTModeRead = true;
-  }
-  return s_RQTMode;
-}
+bool VEKZOLLog::IsRQTMode() { return vekzol::state::BatchRun(); }
 
-bool VEKZOLLog::IsVerbosityEnabled() {
-  if (!s_VerboseRead) {
-    std::string value;
-    if (Sys().GetEnv("VEK_ZOL_LOG_VERBOSE", &value) &&
-        (vekzol::platform::Mbscmp(value.c_str(), "TRUE") == 0 ||
-         vekzol::platform::Mbscmp(value.c_str(), "1") == 0)) {
-      s_Verbose = true;
-    }
-    s_VerboseRead = true;
-  }
-  return s_Verbose;
-}
+bool VEKZOLLog::IsVerbosityEnabled() { return vekzol::state::Verbose(); }
 
 void VEKZOLLog::GetLogFilePath(CString& path) { path = _LogFilePath; }
 

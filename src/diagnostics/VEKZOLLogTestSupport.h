@@ -22,31 +22,31 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 
 #include "platform/System.h"
+#include "state/LibraryState.h"
 
 // Reaches the log's private state: a fresh process's start values, the
 // cached switches and the private GetLogFile.
 class VEKZOLLogTestPeer {
  public:
-  // Back to the state of a process that has written nothing yet.
+  // Back to the state of a process that has written nothing yet: the
+  // library's one reset of its process-wide state, except that the timers'
+  // answer stays as it was, since the static timers of the services that
+  // these tests run live on across the reset and the timers have a reset of
+  // their own (VEKZOLTimerTestPeer::ForgetTimersEnabled).
   static void Reset() {
-    VEKZOLLog::_LogFilePath.Empty();
-    VEKZOLLog::_CreationTimeStamp.Empty();
-    VEKZOLLog::_bIsInitialized = false;
-    VEKZOLLog::s_LogEnabled = true;
-    VEKZOLLog::s_LogEnabledRead = false;
-    VEKZOLLog::s_RQTMode = false;
-    VEKZOLLog::s_RQTModeRead = false;
-    VEKZOLLog::s_Verbose = false;
-    VEKZOLLog::s_VerboseRead = false;
+    const vekzol::state::CachedSwitches kept = vekzol::state::Switches();
+    vekzol::state::ResetForTesting();
+    vekzol::state::Switches().timersEnabled = kept.timersEnabled;
+    vekzol::state::Switches().timersEnabledRead = kept.timersEnabledRead;
   }
   static long GetLogFile(std::FILE** stream) { return VEKZOLLog::GetLogFile(stream); }
-  static bool LogEnabled() { return VEKZOLLog::s_LogEnabled; }
-  static bool LogEnabledRead() { return VEKZOLLog::s_LogEnabledRead; }
-  static bool RQTMode() { return VEKZOLLog::s_RQTMode; }
-  static bool RQTModeRead() { return VEKZOLLog::s_RQTModeRead; }
-  static bool Verbose() { return VEKZOLLog::s_Verbose; }
-  static bool VerboseRead() { return VEKZOLLog::s_VerboseRead; }
-  static void SetVerbose(bool verbose) { VEKZOLLog::s_Verbose = verbose; }
+  static bool LogEnabled() { return vekzol::state::Switches().logEnabled; }
+  static bool LogEnabledRead() { return vekzol::state::Switches().logEnabledRead; }
+  static bool RQTMode() { return vekzol::state::Switches().batchRun; }
+  static bool RQTModeRead() { return vekzol::state::Switches().batchRunRead; }
+  static bool Verbose() { return vekzol::state::Switches().verbose; }
+  static bool VerboseRead() { return vekzol::state::Switches().verboseRead; }
+  static void SetVerbose(bool verbose) { vekzol::state::Switches().verbose = verbose; }
 };
 
 namespace vekzol_log_test {

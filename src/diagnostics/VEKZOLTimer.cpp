@@ -1,7 +1,7 @@
 // File: VEKZOLTimer.cpp
 // The timer itself: its sums and counts, gated by the two environment
 // switches, and its report lines. The running start points live in the
-// shared slot table (VEKZOLTimerSlotTable). Every gated operation asks the
+// shared slot table of the library's process-wide state. Every gated operation asks the
 // cached switch again, also when another gated one calls it.
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 
@@ -13,18 +13,11 @@
 #include <vekzol/platform/Status.h>
 #include <vekzol/platform/Variant.h>
 
-#include "diagnostics/VEKZOLTimerSlotTable.h"
-#include "platform/MbString.h"
-#include "platform/System.h"
 #include "platform/TextConversion.h"
+#include "state/LibraryState.h"
 
-using vekzol::diagnostics::kNoTimerSlot;
-using vekzol::diagnostics::TimerSlotTable;
-
-// Not read yet: constant initialisation, so the switches hold before any
-// static timer is built.
-bool VEKZOLTimer::s_TimersEnabled = false;
-bool VEKZOLTimer::s_TimersEnabledRead = false;
+using vekzol::state::kNoTimerSlot;
+using vekzol::state::TimerSlotTable;
 
 namespace {
 
@@ -82,23 +75,7 @@ VEKZOLTimer::~VEKZOLTimer() {
   m_IsJustACounter = false;
 }
 
-bool VEKZOLTimer::AreTimersEnabled() {
-  if (!s_TimersEnabledRead) {
-    using vekzol::platform::Mbscmp;
-    using vekzol::platform::Sys;
-    std::string value;
-    if (Sys().GetEnv("VEK_ZOL_TIMERS_ENABLED", &value) &&
-        (Mbscmp(value.c_str(), "TRUE") == 0 || Mbscmp(value.c_str(), "1") == 0)) {
-      s_TimersEnabled = true;
-    }
-    // A batch run has timers on whatever the first switch says.
-    if (Sys().GetEnv("JBM_RQT_IN", &value) && !value.empty()) {
-      s_TimersEnabled = true;
-    }
-    s_TimersEnabledRead = true;
-  }
-  return s_TimersEnabled;
-}
+bool VEKZOLTimer::AreTimersEnabled() { return vekzol::state::TimersEnabled(); }
 
 CString VEKZOLTimer::GetName() const { return m_TimerName; }
 

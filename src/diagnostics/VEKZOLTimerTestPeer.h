@@ -12,12 +12,12 @@
 
 #include <vekzol/diagnostics/VEKZOLTimer.h>
 
-#include "diagnostics/VEKZOLTimerSlotTable.h"
+#include "state/LibraryState.h"
 
 class VEKZOLTimerTestPeer {
  public:
-  using TimerSlot = vekzol::diagnostics::TimerSlot;
-  using TimerSlotTable = vekzol::diagnostics::TimerSlotTable;
+  using TimerSlot = vekzol::state::TimerSlot;
+  using TimerSlotTable = vekzol::state::TimerSlotTable;
   using Reallocator = void* (*)(void* block, size_t bytes);
 
   // A timer's fields.
@@ -33,11 +33,11 @@ class VEKZOLTimerTestPeer {
   // The switches: the cached answer, whether the environment has been read,
   // and a way back to the state before the first read.
   static bool AreTimersEnabled() { return VEKZOLTimer::AreTimersEnabled(); }
-  static bool TimersEnabledFlag() { return VEKZOLTimer::s_TimersEnabled; }
-  static bool TimersEnabledRead() { return VEKZOLTimer::s_TimersEnabledRead; }
+  static bool TimersEnabledFlag() { return vekzol::state::Switches().timersEnabled; }
+  static bool TimersEnabledRead() { return vekzol::state::Switches().timersEnabledRead; }
   static void ForgetTimersEnabled() {
-    VEKZOLTimer::s_TimersEnabled = false;
-    VEKZOLTimer::s_TimersEnabledRead = false;
+    vekzol::state::Switches().timersEnabled = false;
+    vekzol::state::Switches().timersEnabledRead = false;
   }
 
   // The slot table.

@@ -13,13 +13,13 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "diagnostics/VEKZOLTimerSlotTable.h"
 #include "diagnostics/VEKZOLTimerTestPeer.h"
 #include "diagnostics/VEKZOLTimerTestSupport.h"
+#include "state/LibraryState.h"
 
 namespace {
 
-using vekzol::diagnostics::kNoTimerSlot;
+using vekzol::state::kNoTimerSlot;
 using vekzol_log_test::ScopedSystem;
 using vekzol_timer_test::TimerClockSystem;
 using Peer = VEKZOLTimerTestPeer;

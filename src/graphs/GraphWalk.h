@@ -1,6 +1,7 @@
 // File: GraphWalk.h
 // The depth-first walk below one vertex, shared by GetAllChildren,
-// GetAllLeaves and Dump.
+// GetAllLeaves and Dump. It reads the vertices' outgoing edges where they
+// stand, through the graph's read-only view (GraphAccess.h).
 //
 // It gives exactly what the recursion
 //
@@ -26,13 +27,17 @@
 #include <cstddef>
 #include <vector>
 
-#include <vekzol/graphs/VEKZOLGraph.h>
+#include <vekzol/graphs/VEKZOLEdgeList.h>
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
 #include <vekzol/platform/CAtlException.h>
 #include <vekzol/platform/Status.h>
 
+#include "graphs/GraphAccess.h"
 #include "graphs/VertexPathSet.h"
+
+namespace vekzol {
+namespace graphs {
 
 // `hooks` provides
 //   void OnChild(VEKZOLGraphVertex* child): what the caller's loop does
@@ -43,28 +48,28 @@
 // The call on `start` itself is the caller's business; this walks its
 // children and everything below them.
 template <typename Hooks>
-void VEKZOLGraph::WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks) {
+void WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks) {
   struct Frame {
     VEKZOLGraphVertex* vertex;
     std::size_t nextEdge;
   };
-  if (start->m_ChildEdges.empty()) {
+  if (GraphAccess::ChildEdges(start).empty()) {
     return;
   }
   std::vector<Frame> path;
-  vekzol::graphs::VertexPathSet onPath;
+  VertexPathSet onPath;
   path.push_back(Frame{start, 0});
   onPath.Insert(start);
   while (!path.empty()) {
     // The next child vertex of the deepest vertex; edges that are null or
     // have no child vertex are passed over, as GetChildren passes them.
     Frame& top = path.back();
-    const VEKZOLEdgeList& edges = top.vertex->m_ChildEdges;
+    const VEKZOLEdgeList& edges = GraphAccess::ChildEdges(top.vertex);
     VEKZOLGraphVertex* child = nullptr;
     while (child == nullptr && top.nextEdge < edges.size()) {
       VEKZOLGraphEdge* edge = edges[top.nextEdge++];
       if (edge != nullptr) {
-        child = edge->m_Child;
+        child = GraphAccess::Child(edge);
       }
     }
     if (child == nullptr) {
@@ -75,7 +80,7 @@ void VEKZOLGraph::WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks) {
     hooks.OnChild(child);
     // Every vertex on the path has outgoing edges, so a child without any
     // cannot close a cycle and needs no look-up.
-    const bool hasChildEdges = !child->m_ChildEdges.empty();
+    const bool hasChildEdges = !GraphAccess::ChildEdges(child).empty();
     if (hasChildEdges && onPath.Contains(child)) {
       AtlThrow(E_FAIL);
     }
@@ -85,5 +90,8 @@ void VEKZOLGraph::WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks) {
     }
   }
 }
+
+}  // namespace graphs
+}  // namespace vekzol
 
 #endif  // VEKZOL_SRC_GRAPHS_GRAPHWALK_H_

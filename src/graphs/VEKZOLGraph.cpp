@@ -17,6 +17,7 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/platform/Status.h>
 
+#include "graphs/GraphAccess.h"
 #include "graphs/IdMap.h"
 #include "graphs/MemoryFailure.h"
 
@@ -220,30 +221,11 @@ long VEKZOLGraph::AddEdge(VEKIZOLRelation* relation, VEKZOLGraphEdge*& edge) {
   // all the same.
   VEKIZOLObject* source = nullptr;
   relation->GetSourceObject(source);
-  LinkEnds(added, FindVertexOf(*m_Vertices, source), static_cast<const VertexMap::Entry*>(nullptr));
+  Access::LinkEnds(added, FindVertexOf(*m_Vertices, source), nullptr);
   VEKIZOLObject* target = nullptr;
   relation->GetTargetObject(target);
-  LinkEnds(added, static_cast<const VertexMap::Entry*>(nullptr), FindVertexOf(*m_Vertices, target));
+  Access::LinkEnds(added, nullptr, FindVertexOf(*m_Vertices, target));
   return S_OK;
-}
-
-// The lists grow before the links are set, so a failed append leaves no
-// half-linked edge.
-template <typename Entry>
-void VEKZOLGraph::LinkEnds(VEKZOLGraphEdge* edge, const Entry* source, const Entry* target) {
-  if (source != nullptr) {
-    VEKZOLGraphVertex* parent = source->second;
-    parent->m_ChildEdges.push_back(edge);
-    edge->m_Parent = parent;
-    edge->m_ParentIdHint = source->first.GetString();
-    parent->m_IsLeaf = false;
-  }
-  if (target != nullptr) {
-    VEKZOLGraphVertex* child = target->second;
-    child->m_ParentEdges.push_back(edge);
-    edge->m_Child = child;
-    child->m_IsRoot = false;
-  }
 }
 
 namespace {
@@ -310,7 +292,7 @@ void VEKZOLGraph::AddEdgesInBatches(std::deque<VEKIZOLRelation*>& relations) {
     size_t linked = 0;
     try {
       for (; linked < count; ++linked) {
-        LinkEnds(batch[linked].edge, batch[linked].found[0], batch[linked].found[1]);
+        Access::LinkEnds(batch[linked].edge, batch[linked].found[0], batch[linked].found[1]);
       }
     } catch (...) {
       // The edge whose link failed stays, as AddEdge leaves it; the later

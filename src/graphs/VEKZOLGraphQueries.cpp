@@ -20,6 +20,7 @@
 namespace {
 
 using vekzol::graphs::RaiseMemoryFailure;
+using vekzol::graphs::WalkBelow;
 
 // GetAllChildren appends each child before walking below it.
 class AppendEveryChild {

@@ -23,6 +23,7 @@ namespace {
 using vekzol::graphs::AppendBlanks;
 using vekzol::graphs::CountText;
 using vekzol::graphs::RaiseMemoryFailure;
+using vekzol::graphs::WalkBelow;
 
 // The two counts as both headers of the listing show them.
 void AppendCounts(CString& text, std::size_t vertices, std::size_t edges) {

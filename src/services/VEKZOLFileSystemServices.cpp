@@ -91,9 +91,8 @@ bool HasDirectoryBit(uint32_t attributes) {
 
 }  // namespace
 
-// The flag is constant-initialised; the path lives in LibraryState.cpp at
-// its place in the load order.
-bool VEKZOLFileSystemServices::_bSessionDirCreated = false;
+// The session path and its creation flag are defined with the library's
+// process-wide state (src/state), the path at its place in the load order.
 
 VEKZOLFileSystemServices::VEKZOLFileSystemServices() = default;
 

@@ -10,34 +10,18 @@
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 
 #include <ctime>
-#include <string>
-#include <vector>
 
-#include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/platform/Status.h>
 
 #include "platform/System.h"
-#include "platform/TempDirectories.h"
 #include "services/FileSystemSupport.h"
+#include "state/LibraryState.h"
 
 namespace {
 
 using vekzol::platform::Sys;
 
 constexpr uint32_t kSuccess = vekzol::platform::kErrorSuccess;
-
-// The first of `names` that the environment reports set, or `fallback`
-// when none is. A variable that is set ends the search, even when its
-// value is empty or names no directory: the next source is not tried.
-CString FirstSetVariable(const std::vector<const char*>& names, const char* fallback) {
-  std::string value;
-  for (const char* name : names) {
-    if (Sys().GetEnv(name, &value)) {
-      return CString(value.c_str());
-    }
-  }
-  return CString(fallback);
-}
 
 // The candidate counts only if it is non-empty and an existing directory.
 CString UsableBase(const CString& candidate) {
@@ -49,16 +33,11 @@ CString UsableBase(const CString& candidate) {
 
 // Interactive sessions: the platform's temporary-directory variables (TEMP;
 // on POSIX, where TEMP is often unset, then TMPDIR, as for the trace file).
-CString InteractiveBase() {
-  return UsableBase(FirstSetVariable(vekzol::platform::TempDirectoryVariables(),
-                                     vekzol::platform::DefaultSessionBase()));
-}
+// A variable that is set ends the search, even when it names no directory.
+CString InteractiveBase() { return UsableBase(vekzol::state::InteractiveSessionBase()); }
 
 // Batch runs: the output directory of the run, then its temporary one.
-CString BatchBase() {
-  return UsableBase(
-      FirstSetVariable({"JBM_RQT_OUT", "JBM_RQT_TEMP"}, vekzol::platform::DefaultSessionBase()));
-}
+CString BatchBase() { return UsableBase(vekzol::state::BatchSessionBase()); }
 
 // The stamp of a session made before the trace log has one: local time
 // with upper-case markers, formatted into 128 bytes; empty when the time
@@ -210,7 +189,7 @@ long VEKZOLFileSystemServices::GenerateVZOLSessionDataDirectoryName(CString& id,
   name.Empty();
   // The trace log's stamp, so that a session's directory and its trace
   // file carry the same time.
-  CString stamp = VEKZOLLog::_CreationTimeStamp;
+  CString stamp = vekzol::state::TraceStamp();
   if (stamp.IsEmpty()) {
     stamp = LocalTimeStamp();
   }

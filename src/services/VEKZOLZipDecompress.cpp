@@ -23,6 +23,7 @@
 #include "platform/TextConversion.h"
 #include "services/BlobHeader.h"
 #include "services/FileSystemSupport.h"
+#include "state/LibraryState.h"
 
 using vekzol::platform::Sys;
 using vekzol::services::BlobHeader;
@@ -38,10 +39,7 @@ constexpr uint64_t kMaxStreamOverhead = 64;
 // The capacity of the dump file's path, its closing NUL included.
 constexpr size_t kDumpPathCapacity = 256;
 
-bool DumpRequested() {
-  std::string value;
-  return Sys().GetEnv("VEK_ZOL_DUMP_DECOMPRESSED_BLOBS", &value) && !value.empty();
-}
+bool DumpRequested() { return vekzol::state::DumpDecompressedBlobs(); }
 
 // Writes `length` bytes of `text` to "<session directory>/<name>" where
 // `name` is `pattern` with the number filled in. The directory is data,

@@ -1,57 +1,55 @@
 // File: Commands.h
-// The commands of the vekzol tool. Each takes its parsed options, writes
-// its result to its output and returns the exit status (0, 1 for a
-// comparison that found differences); failures are thrown as ToolError.
+// The commands of the vekzol tool. Each command's file adds it to the
+// tool's CLI11 app with its options and help (a Register function) and
+// runs it: a run writes its result to its output and returns the exit
+// status (0, 1 for a comparison that found differences); failures are
+// thrown as ToolError. main() only makes the app, registers the commands
+// in the order --help lists them, parses and runs the one chosen.
 #ifndef VEKZOL_TOOLS_VEKZOL_COMMANDS_H_
 #define VEKZOL_TOOLS_VEKZOL_COMMANDS_H_
 
-#include <cstdint>
-#include <string>
+#include <functional>
+
+namespace CLI {
+class App;
+}  // namespace CLI
 
 namespace vekzol_tool {
 
+// The options of the whole tool that commands heed; main() adds them.
 struct CommonOptions {
   bool quiet = false;
   bool timings = false;
 };
 
-struct CompareOptions {
-  std::string oldModel;
-  std::string newModel;
-  bool checkNames = false;
-  bool roots = false;
-  std::string format = "text";
-  std::string output;
-};
-int RunCompare(const CompareOptions& options, const CommonOptions& common);
+// The footer of the tool's help and of the commands that read model files.
+inline constexpr char kModelHelp[] =
+    "A model file is JSON: {\"objects\": [{\"id\": ..., \"name\", \"refId\", \"sciid\",\n"
+    "\"attributes\": {...}, \"backupName\", \"identPath\"}], \"relations\": [{\"id\": ...,\n"
+    "\"source\", \"target\", \"type\"}]}; only \"id\" is required. Duplicate ids (the first\n"
+    "wins) and relation ends that name no object are counted on standard error.\n"
+    "The library's trace is off unless you pass --trace or set VEK_ZOL_LOG_ENABLED\n"
+    "(any value: the library's own rule then applies). The trace file goes to TEMP\n"
+    "(on POSIX then TMPDIR, then /tmp); --trace prints its path on standard error at\n"
+    "the end. While the trace is on, JBM_RQT_IN set (batch mode) also copies its\n"
+    "lines to standard output: use -o FILE to keep the result apart.";
 
-// `show`: the graph's ToString; `dump`: its Dump.
-struct GraphTextOptions {
-  std::string model;
-  std::string output;
-  bool full = false;  // ToString rather than Dump
-  // The largest text written; a larger one is refused before it is made.
-  uint64_t maxOutput = 1073741824;  // 1 GiB
+// A command added to the app.
+struct RegisteredCommand {
+  // Its subcommand, true once the arguments have named it.
+  CLI::App* command = nullptr;
+  // Runs it with the options parsed into it; `common` is read only then.
+  std::function<int()> run;
 };
-int RunGraphText(const GraphTextOptions& options, const CommonOptions& common);
 
-struct ZipOptions {
-  std::string input;  // empty or "-": standard input
-  std::string output;
-};
-int RunCompress(const ZipOptions& options);
-int RunDecompress(const ZipOptions& options);
-
-struct GenerateOptions {
-  int vertices = 0;
-  double changes = 2.0;  // percent
-  uint32_t seed = 12345;
-  int idBytes = 11;  // 11: "PRD-0446620"; 40: a kind and a GUID
-  std::string oldModel;
-  std::string newModel;
-  std::string expected;  // optional: the expected comparison, as JSON
-};
-int RunGenerate(const GenerateOptions& options, const CommonOptions& common);
+// Each adds its command to `app`. The options a command parses live as
+// long as the returned run does.
+RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common);
+RegisteredCommand RegisterDump(CLI::App& app, const CommonOptions& common);
+RegisteredCommand RegisterShow(CLI::App& app, const CommonOptions& common);
+RegisteredCommand RegisterCompress(CLI::App& app);
+RegisteredCommand RegisterDecompress(CLI::App& app);
+RegisteredCommand RegisterGenerate(CLI::App& app, const CommonOptions& common);
 
 }  // namespace vekzol_tool
 

@@ -2,9 +2,12 @@
 // vekzol compare OLD NEW: both models are read and built, the comparator
 // takes the new graph first and the old one second, and its lists are
 // printed in its order.
+#include <CLI/CLI.hpp>
+
 #include <cstdio>
 #include <exception>
 #include <memory>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -22,6 +25,15 @@
 namespace vekzol_tool {
 
 namespace {
+
+struct CompareOptions {
+  std::string oldModel;
+  std::string newModel;
+  bool checkNames = false;
+  bool roots = false;
+  std::string format = "text";
+  std::string output;
+};
 
 // A thread that is joined when it goes out of scope, also when the scope is
 // left by an exception.
@@ -41,8 +53,6 @@ std::string Counts(const ModelFile& model) {
   return std::to_string(model.Stats().objects) + " objects, " +
          std::to_string(model.Stats().relations) + " relations";
 }
-
-}  // namespace
 
 int RunCompare(const CompareOptions& options, const CommonOptions& common) {
   if (options.format != "text" && options.format != "json") {
@@ -117,6 +127,37 @@ int RunCompare(const CompareOptions& options, const CommonOptions& common) {
   LeaveToProcessExit(std::move(oldFile));
   phases.PrintTimings();
   return report.different ? kExitDifferent : kExitSame;
+}
+
+}  // namespace
+
+RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common) {
+  auto options = std::make_shared<CompareOptions>();
+  CLI::App* command = app.add_subcommand(
+      "compare",
+      "Compare two model files: prints what to add, remove, move and rename to turn OLD into "
+      "NEW. Exit status 0 when they are the same, 1 when they differ, 2 on error.");
+  command->add_option("OLD", options->oldModel, "The old state (JSON model file)")
+      ->type_name("FILE")
+      ->required();
+  command->add_option("NEW", options->newModel, "The new state (JSON model file)")
+      ->type_name("FILE")
+      ->required();
+  command->add_flag("--check-names", options->checkNames,
+                    "Report vertices whose old name differs from their backup name, and "
+                    "carry ident paths from old to new");
+  command->add_flag("--roots", options->roots,
+                    "Also report the entry points of what is added and removed");
+  command->add_option("--format", options->format, "Output format")
+      ->check(CLI::IsMember({"text", "json"}))
+      ->capture_default_str();
+  command
+      ->add_option("-o,--output", options->output,
+                   "Write to FILE (only when the command succeeds) instead of "
+                   "standard output")
+      ->type_name("FILE");
+  command->footer(kModelHelp);
+  return {command, [options, &common] { return RunCompare(*options, common); }};
 }
 
 }  // namespace vekzol_tool

@@ -11,29 +11,59 @@
 
 namespace vekzol_tool {
 
-namespace {
+InputFile::InputFile() : file_(stdin), name_("<stdin>") {}
 
-std::string DisplayName(const std::string& path) {
-  return path.empty() || path == "-" ? std::string("<stdin>") : path;
+InputFile::InputFile(const std::string& path) : file_(std::fopen(path.c_str(), "rb")), name_(path) {
+  if (file_ == nullptr) {
+    const int error = errno;
+    throw ToolError(name_ + ": cannot open: " + std::strerror(error));
+  }
+  // Some systems open a directory for reading; its size and its reads then
+  // answer nonsense (a huge size, "Bad address"). Its true fault is named.
+  std::error_code code;
+  if (std::filesystem::is_directory(std::filesystem::u8path(path), code)) {
+    std::fclose(file_);
+    file_ = nullptr;
+    throw ToolError(name_ + ": cannot read: " + std::strerror(EISDIR));
+  }
 }
 
-}  // namespace
+InputFile::~InputFile() {
+  if (file_ != stdin) std::fclose(file_);
+}
 
-std::string ReadWholeInput(const std::string& path) {
-  const bool standardInput = path.empty() || path == "-";
-  std::FILE* file = standardInput ? stdin : std::fopen(path.c_str(), "rb");
-  if (file == nullptr) {
-    throw ToolError(DisplayName(path) + ": cannot open: " + std::strerror(errno));
+size_t InputFile::Size() {
+  long size = -1;
+  if (std::fseek(file_, 0, SEEK_END) == 0) size = std::ftell(file_);
+  if (size < 0 || std::fseek(file_, 0, SEEK_SET) != 0) {
+    const int error = errno;
+    throw ToolError(name_ + ": cannot read: " + std::strerror(error));
   }
+  return static_cast<size_t>(size);
+}
+
+void InputFile::ReadExactly(char* buffer, size_t size) {
+  const size_t got = std::fread(buffer, 1, size, file_);
+  if (got == size) return;
+  const std::string error = std::ferror(file_) ? std::strerror(errno) : "the file got shorter";
+  throw ToolError(name_ + ": cannot read: " + error);
+}
+
+std::string InputFile::ReadToEnd() {
   std::string content;
   char buffer[1 << 16];
   size_t got = 0;
-  while ((got = std::fread(buffer, 1, sizeof buffer, file)) > 0) content.append(buffer, got);
-  const bool failed = std::ferror(file) != 0;
-  const int error = errno;
-  if (!standardInput) std::fclose(file);
-  if (failed) throw ToolError(DisplayName(path) + ": cannot read: " + std::strerror(error));
+  while ((got = std::fread(buffer, 1, sizeof buffer, file_)) > 0) content.append(buffer, got);
+  if (std::ferror(file_) != 0) {
+    const int error = errno;
+    throw ToolError(name_ + ": cannot read: " + std::strerror(error));
+  }
   return content;
+}
+
+std::string ReadWholeInput(const std::string& path) {
+  if (path.empty() || path == "-") return InputFile().ReadToEnd();
+  return InputFile(path).ReadToEnd();
 }
 
 Output::Output(std::string path) : path_(std::move(path)) {

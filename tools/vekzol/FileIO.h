@@ -1,5 +1,7 @@
 // File: FileIO.h
-// Reading whole inputs and writing outputs safely. An output is either
+// Reading inputs and writing outputs safely. Every file the tool reads
+// whole is read through InputFile: model files that cannot be mapped, and
+// the inputs of the blob commands. An output is either
 // standard output or a file given with -o; a file is written beside its
 // destination under a temporary name and renamed over it only when the
 // command has succeeded, so a failed command leaves the destination as it
@@ -11,6 +13,34 @@
 #include <string>
 
 namespace vekzol_tool {
+
+// An input opened for reading whole: a file, or standard input. Failures
+// throw ToolError "<name>: cannot open: <why>" or "<name>: cannot read:
+// <why>", where the name is the file's path, or "<stdin>".
+class InputFile {
+ public:
+  // Standard input, which is never closed.
+  InputFile();
+  // The file `path`, opened in binary mode.
+  explicit InputFile(const std::string& path);
+  ~InputFile();
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  // The size of a file that can be positioned, asked before reading; the
+  // input is left at its start.
+  size_t Size();
+  // Reads exactly `size` bytes into `buffer`: a file with fewer is "the
+  // file got shorter".
+  void ReadExactly(char* buffer, size_t size);
+  // Reads everything up to the end of the input, in blocks; for inputs
+  // whose size cannot be asked, such as a pipe.
+  std::string ReadToEnd();
+
+ private:
+  std::FILE* file_;
+  std::string name_;
+};
 
 // The bytes of `path`, or of standard input when `path` is empty or "-".
 // Throws ToolError naming the file when it cannot be read.

@@ -3,18 +3,22 @@
 // generator, for trying the tool at scale, and optionally the comparison
 // the generator states for them, in the form `compare --check-names
 // --roots --format json` prints.
+#include <CLI/CLI.hpp>
+
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
 
 #include <vekzol/VEKZOLBase.h>
 
 #include "Commands.h"
+#include "ComparisonModelGenerator.h"
 #include "ComparisonReport.h"
 #include "FileIO.h"
 #include "Phases.h"
 #include "Platform.h"
 #include "ToolError.h"
-#include "comparison/testing/ComparisonModelGenerator.h"
 
 namespace vekzol_tool {
 
@@ -22,6 +26,16 @@ namespace {
 
 using vekzol::comparison_model::GeneratedModel;
 using vekzol::comparison_model::ModelState;
+
+struct GenerateOptions {
+  int vertices = 0;
+  double changes = 2.0;  // percent
+  uint32_t seed = 12345;
+  int idBytes = 11;  // 11: "PRD-0446620"; 40: a kind and a GUID
+  std::string oldModel;
+  std::string newModel;
+  std::string expected;  // optional: the expected comparison, as JSON
+};
 
 void Append(std::string& json, const CString& text) {
   json += JsonString(text.GetString(), static_cast<size_t>(text.GetLength()));
@@ -113,8 +127,6 @@ void WriteExpected(const GeneratedModel& model, Output& output) {
   output.Write(RenderJson(report));
 }
 
-}  // namespace
-
 int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
   if (options.vertices < 1) throw ToolError("--vertices must be at least 1");
   if (!(options.changes >= 0.0 && options.changes <= 100.0)) {
@@ -153,6 +165,38 @@ int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
   if (!options.expected.empty()) expectedOutput.Commit();
   phases.PrintTimings();
   return kExitSame;
+}
+
+}  // namespace
+
+RegisteredCommand RegisterGenerate(CLI::App& app, const CommonOptions& common) {
+  auto options = std::make_shared<GenerateOptions>();
+  CLI::App* command = app.add_subcommand(
+      "generate",
+      "Write two related model files (a forest of processes, products and resources and a "
+      "changed copy of it) for trying the tool at scale");
+  command->add_option("--vertices", options->vertices, "Elements of the old state")->required();
+  command
+      ->add_option("--changes", options->changes,
+                   "Percentage of elements removed, added, moved and renamed (each)")
+      ->capture_default_str();
+  command->add_option("--seed", options->seed, "Seed of the random choices")->capture_default_str();
+  command
+      ->add_option("--id-bytes", options->idBytes,
+                   "Length of the ids: 11 (\"PRD-0446620\") or 40 (a kind and a GUID)")
+      ->capture_default_str();
+  command
+      ->add_option("--expected", options->expected,
+                   "Also write the comparison that `compare --check-names --roots "
+                   "--format json OLD NEW` must print")
+      ->type_name("FILE");
+  command->add_option("OLD", options->oldModel, "Old state to write")
+      ->type_name("FILE")
+      ->required();
+  command->add_option("NEW", options->newModel, "New state to write")
+      ->type_name("FILE")
+      ->required();
+  return {command, [options, &common] { return RunGenerate(*options, common); }};
 }
 
 }  // namespace vekzol_tool

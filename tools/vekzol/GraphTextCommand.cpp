@@ -7,6 +7,8 @@
 // limit of --max-output, or above what the library's CString can hold,
 // the command refuses with the size and why it is so large, and writes
 // nothing.
+#include <CLI/CLI.hpp>
+
 #include <climits>
 #include <cstdint>
 #include <memory>
@@ -27,6 +29,15 @@
 namespace vekzol_tool {
 
 namespace {
+
+// `show`: the graph's ToString; `dump`: its Dump.
+struct GraphTextOptions {
+  std::string model;
+  std::string output;
+  bool full = false;  // ToString rather than Dump
+  // The largest text written; a larger one is refused before it is made.
+  uint64_t maxOutput = 1073741824;  // 1 GiB
+};
 
 // The most a CString holds: a longer text cannot be made at all.
 constexpr std::uint64_t kLargestText = INT_MAX;
@@ -50,8 +61,6 @@ constexpr std::uint64_t kLargestText = INT_MAX;
              SizeText(size.indentBytes) + " bytes";
   throw ToolError(message);
 }
-
-}  // namespace
 
 int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   Output output(options.output);
@@ -87,6 +96,41 @@ int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   LeaveToProcessExit(std::move(file));
   phases.PrintTimings();
   return kExitSame;
+}
+
+// Adds `dump` or `show`, which differ in their text only.
+RegisteredCommand RegisterGraphText(CLI::App& app, const CommonOptions& common, bool full) {
+  auto options = std::make_shared<GraphTextOptions>();
+  options->full = full;
+  CLI::App* command =
+      full ? app.add_subcommand(
+                 "show",
+                 "Print the full listing of the graph of a model file (the graph's ToString)")
+           : app.add_subcommand("dump",
+                                "Print the graph of a model file as a tree (the graph's Dump)");
+  command->add_option("MODEL", options->model, "The JSON model file")
+      ->type_name("FILE")
+      ->required();
+  command->add_option("-o,--output", options->output, "Write to FILE instead of standard output")
+      ->type_name("FILE");
+  command
+      ->add_option("--max-output", options->maxOutput,
+                   "Refuse, with its size and why, a text larger than BYTES (measured before it "
+                   "is made; texts above 2147483647 bytes cannot be made at all)")
+      ->type_name("BYTES")
+      ->capture_default_str();
+  command->footer(kModelHelp);
+  return {command, [options, &common] { return RunGraphText(*options, common); }};
+}
+
+}  // namespace
+
+RegisteredCommand RegisterDump(CLI::App& app, const CommonOptions& common) {
+  return RegisterGraphText(app, common, false);
+}
+
+RegisteredCommand RegisterShow(CLI::App& app, const CommonOptions& common) {
+  return RegisterGraphText(app, common, true);
 }
 
 }  // namespace vekzol_tool

@@ -7,17 +7,16 @@
 #include <simdjson.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <new>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "FileIO.h"
 #include "IdIndex.h"
 #include "JsonLocation.h"
 #include "Phases.h"
@@ -30,26 +29,14 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+// The whole file in a buffer followed by the parser's padding, for a file
+// that is not mapped.
 simdjson::padded_string ReadFile(const std::string& path) {
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (file == nullptr) throw ToolError(path + ": cannot open: " + std::strerror(errno));
-  std::string error;
-  long size = -1;
-  if (std::fseek(file, 0, SEEK_END) == 0) size = std::ftell(file);
-  if (size < 0 || std::fseek(file, 0, SEEK_SET) != 0) {
-    error = std::strerror(errno);
-    std::fclose(file);
-    throw ToolError(path + ": cannot read: " + error);
-  }
-  simdjson::padded_string text(static_cast<size_t>(size));
-  if (text.data() == nullptr) {  // the padded buffer's allocation does not throw
-    std::fclose(file);
-    throw std::bad_alloc();
-  }
-  const size_t got = std::fread(text.data(), 1, text.size(), file);
-  if (got != text.size()) error = std::ferror(file) ? std::strerror(errno) : "the file got shorter";
-  std::fclose(file);
-  if (!error.empty()) throw ToolError(path + ": cannot read: " + error);
+  InputFile file(path);
+  simdjson::padded_string text(file.Size());
+  // The padded buffer's allocation does not throw.
+  if (text.data() == nullptr) throw std::bad_alloc();
+  file.ReadExactly(text.data(), text.size());
   return text;
 }
 

@@ -3,7 +3,10 @@
 // VEKZOLZip. A blob carries its text only up to the first NUL byte, and a
 // text shorter than 20 bytes does not come back from its blob; compress
 // refuses both rather than write a blob that would not give the input back.
+#include <CLI/CLI.hpp>
+
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include <vekzol/VEKZOLBase.h>
@@ -16,6 +19,11 @@
 namespace vekzol_tool {
 
 namespace {
+
+struct ZipOptions {
+  std::string input;  // empty or "-": standard input
+  std::string output;
+};
 
 // Smallest text that VEKZOLZip gives back from its blob.
 constexpr size_t kSmallestRestorableText = 20;
@@ -32,8 +40,6 @@ struct Block {
   Block& operator=(const Block&) = delete;
   char* data;
 };
-
-}  // namespace
 
 int RunCompress(const ZipOptions& options) {
   SetBinaryStandardStreams();
@@ -71,6 +77,36 @@ int RunDecompress(const ZipOptions& options) {
   output.Write(text.data, std::strlen(text.data));
   output.Commit();
   return kExitSame;
+}
+
+// The input and output of `compress` and `decompress`; the app's footer,
+// on model files, does not concern them.
+void AddZipOptions(CLI::App& command, ZipOptions& options) {
+  command.add_option("IN", options.input, "Input file; standard input when absent or -")
+      ->type_name("FILE");
+  command.add_option("-o,--output", options.output, "Write to FILE instead of standard output")
+      ->type_name("FILE");
+  command.footer("");
+}
+
+}  // namespace
+
+RegisteredCommand RegisterCompress(CLI::App& app) {
+  auto options = std::make_shared<ZipOptions>();
+  CLI::App* command = app.add_subcommand(
+      "compress",
+      "Turn a text into a blob. Refuses input holding a NUL byte (a blob keeps text only up to "
+      "the first NUL) and input under 20 bytes (it would not decompress).");
+  AddZipOptions(*command, *options);
+  return {command, [options] { return RunCompress(*options); }};
+}
+
+RegisteredCommand RegisterDecompress(CLI::App& app) {
+  auto options = std::make_shared<ZipOptions>();
+  CLI::App* command = app.add_subcommand(
+      "decompress", "Turn a blob back into its text. A blob that does not decompress is an error.");
+  AddZipOptions(*command, *options);
+  return {command, [options] { return RunDecompress(*options); }};
 }
 
 }  // namespace vekzol_tool

@@ -14,7 +14,9 @@
 //   IsVerbosityEnabled has been called once.
 // - JBM_RQT_IN: any non-empty value is a batch run.
 //
-// All state is static and unprotected: call from one thread at a time.
+// The cached answers of the switches live in the library's process-wide
+// state, with the other switches. All state is static and unprotected:
+// call from one thread at a time.
 // Nothing here reports a failure: a line that cannot be written is lost.
 #ifndef VEKZOL_DIAGNOSTICS_VEKZOLLOG_H_
 #define VEKZOL_DIAGNOSTICS_VEKZOLLOG_H_
@@ -54,13 +56,6 @@ class VEKZOL_API VEKZOLLog {
   // Opens the trace file into `*stream`, creating it on first use. The
   // caller judges by the stream; the status is E_FAIL on every path.
   static long GetLogFile(std::FILE** stream);
-
-  static bool s_LogEnabled;
-  static bool s_LogEnabledRead;
-  static bool s_RQTMode;
-  static bool s_RQTModeRead;
-  static bool s_Verbose;
-  static bool s_VerboseRead;
 };
 
 #endif  // VEKZOL_DIAGNOSTICS_VEKZOLLOG_H_

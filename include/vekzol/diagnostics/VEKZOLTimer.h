@@ -98,7 +98,8 @@ class VEKZOL_API VEKZOLTimer {
   // service for each vertex only then.
   friend class VEKZOLGraphComparator;
 
-  // The cached answer of the two switches, read on the first call.
+  // The cached answer of the two switches, read on the first call and kept
+  // in the library's process-wide state.
   static bool AreTimersEnabled();
 
   CString m_TimerName;
@@ -112,9 +113,6 @@ class VEKZOL_API VEKZOLTimer {
   bool m_IsJustACounter;
   long m_StartCount;
   long m_StopCount;
-
-  static bool s_TimersEnabled;
-  static bool s_TimersEnabledRead;
 };
 
 #endif  // VEKZOL_DIAGNOSTICS_VEKZOLTIMER_H_

@@ -125,11 +125,13 @@ class VEKZOL_API VEKZOLGraph {
   vekzol::graphs::IdMap<VEKZOLGraphEdge>* m_Edges;
   CString m_Name;
 
- private:
-  // The comparator walks both graphs' maps side by side in id order, to
-  // find partners without a look-up per id.
-  friend class VEKZOLGraphComparator;
+ public:
+  // The library's own read-only view of a graph and its vertices and edges,
+  // for its walks and its comparator. Only declared here: it is defined in
+  // the library's sources, and a host cannot use it.
+  class Access;
 
+ private:
   // Build's vertex step for a graph without vertices: the vertices are
   // made in id order (see the library's sources).
   void AddVerticesInIdOrder(std::deque<VEKIZOLObject*>& objects);
@@ -137,16 +139,6 @@ class VEKZOL_API VEKZOLGraph {
   // Build's edge step: each relation as AddEdge adds it, the ends of a
   // batch of relations looked up together (see the library's sources).
   void AddEdgesInBatches(std::deque<VEKIZOLRelation*>& relations);
-
-  // AddEdge's links of `edge` to the vertex of its source's id and the
-  // vertex of its target's id, each given as its map entry (null: no link).
-  template <typename Entry>
-  static void LinkEnds(VEKZOLGraphEdge* edge, const Entry* source, const Entry* target);
-
-  // The depth-first walk below `start` that GetAllChildren, GetAllLeaves
-  // and Dump share; defined in the library's sources.
-  template <typename Hooks>
-  static void WalkBelow(VEKZOLGraphVertex* start, Hooks& hooks);
 };
 
 #endif  // VEKZOL_GRAPHS_VEKZOLGRAPH_H_

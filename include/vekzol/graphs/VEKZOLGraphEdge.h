@@ -15,12 +15,6 @@
 
 class VEKZOLGraphVertex;
 
-namespace vekzol {
-namespace comparison {
-class GraphReader;
-}  // namespace comparison
-}  // namespace vekzol
-
 class VEKZOL_API VEKZOLGraphEdge {
  public:
   explicit VEKZOLGraphEdge(VEKIZOLRelation* relation);
@@ -43,10 +37,10 @@ class VEKZOL_API VEKZOLGraphEdge {
   static int _RefCounter;
 
  protected:
+  // The graph links vertices and edges and is the only writer of the
+  // links. The library's read-only view of graphs (VEKZOLGraph::Access, a
+  // member of the graph) reads the fields through this same friendship.
   friend class VEKZOLGraph;
-  // The comparison reads the parent edges directly and the other fields to
-  // ask memory ahead for what its next steps read; it changes nothing.
-  friend class vekzol::comparison::GraphReader;
 
   VEKIZOLRelation* m_Relation;
   VEKZOLGraphVertex* m_Parent;

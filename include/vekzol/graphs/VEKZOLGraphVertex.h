@@ -22,12 +22,6 @@
 
 class VEKZOLGraphEdge;
 
-namespace vekzol {
-namespace comparison {
-class GraphReader;
-}  // namespace comparison
-}  // namespace vekzol
-
 class VEKZOL_API VEKZOLGraphVertex {
  public:
   explicit VEKZOLGraphVertex(VEKIZOLObject* object);
@@ -74,11 +68,12 @@ class VEKZOL_API VEKZOLGraphVertex {
   static int _RefCounter;
 
  protected:
+  // The graph links vertices and edges and is the only writer of the
+  // links. The library's read-only view of graphs (VEKZOLGraph::Access, a
+  // member of the graph) reads the fields through this same friendship; a
+  // comparison run writes through it only the ident path (as SetIdentPath)
+  // and the position mark below.
   friend class VEKZOLGraph;
-  // The comparison reads the parent edges directly and the other fields to
-  // ask memory ahead for what its next steps read; it changes nothing but
-  // the ident path (as SetIdentPath) and the position mark below.
-  friend class vekzol::comparison::GraphReader;
 
   VEKIZOLObject* m_Object;
   // The edge lists are only appended to by the graph. Each is one pointer

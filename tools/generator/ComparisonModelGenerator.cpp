@@ -3,7 +3,7 @@
 // lists come from the generator's own choices, reasoned element by element
 // on standard containers, so that they check the comparator rather than
 // repeat it.
-#include "comparison/testing/ComparisonModelGenerator.h"
+#include "ComparisonModelGenerator.h"
 
 #include <algorithm>
 #include <cstdint>

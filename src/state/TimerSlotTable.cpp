@@ -1,8 +1,8 @@
-// File: VEKZOLTimerSlotTable.cpp
+// File: TimerSlotTable.cpp
 // The shared slot table of the timers. The statics are constant-initialised,
 // so the table works for the static timers that are built while the library
 // loads, whatever the order of the translation units.
-#include "diagnostics/VEKZOLTimerSlotTable.h"
+#include "state/LibraryState.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -13,7 +13,7 @@
 #include "platform/System.h"
 
 namespace vekzol {
-namespace diagnostics {
+namespace state {
 
 namespace {
 
@@ -148,5 +148,5 @@ void TimerSlotTable::ReleaseSlot(uint32_t index) {
   s_TimerFreeList = &slot;
 }
 
-}  // namespace diagnostics
+}  // namespace state
 }  // namespace vekzol

@@ -1,15 +1,16 @@
 // File: ComparisonModelGenerator.h
-// A generator of two states of a host model for the comparator's tests and
-// benchmarks (library-internal, not installed). The old state is a forest
-// of processes, products and resources ("PRC-0001234", "PRD-...",
-// "RSC-...") in trees of a fixed size, with extra DAG links; every edge
-// goes from a lower to a higher element number, so no state has a cycle.
-// The new state is derived from the old one with chosen shares of removed,
-// added, moved and renamed elements, and the generator states what the
-// comparison has to find: the six lists and both root lists, computed from
-// its own choices on plain standard containers, not through the graph.
-#ifndef VEKZOL_SRC_COMPARISON_TESTING_COMPARISONMODELGENERATOR_H_
-#define VEKZOL_SRC_COMPARISON_TESTING_COMPARISONMODELGENERATOR_H_
+// A generator of two states of a host model, for the comparator's tests,
+// the benchmarks and the tool's `generate` command; written against the
+// library's public headers only. The old state is a forest of processes,
+// products and resources ("PRC-0001234", "PRD-...", "RSC-...") in trees of
+// a fixed size, with extra DAG links; every edge goes from a lower to a
+// higher element number, so no state has a cycle. The new state is derived
+// from the old one with chosen shares of removed, added, moved and renamed
+// elements, and the generator states what the comparison has to find: the
+// six lists and both root lists, computed from its own choices on plain
+// standard containers, not through the graph.
+#ifndef VEKZOL_TOOLS_GENERATOR_COMPARISONMODELGENERATOR_H_
+#define VEKZOL_TOOLS_GENERATOR_COMPARISONMODELGENERATOR_H_
 
 #include <cstdint>
 #include <deque>
@@ -96,4 +97,4 @@ void SetOldVertexTexts(const GeneratedModel& model, VEKZOLGraph& oldGraph);
 }  // namespace comparison_model
 }  // namespace vekzol
 
-#endif  // VEKZOL_SRC_COMPARISON_TESTING_COMPARISONMODELGENERATOR_H_
+#endif  // VEKZOL_TOOLS_GENERATOR_COMPARISONMODELGENERATOR_H_

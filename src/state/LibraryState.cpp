@@ -1,19 +1,29 @@
 // File: LibraryState.cpp
-// Every process-wide object of the library that needs construction at load
-// time is defined here, in one translation unit, because C++ constructs the
-// objects of one translation unit in the order of their definitions and
-// destroys them in reverse. The order below is the library's load order:
+// The load order of the library. Every process-wide object that needs
+// construction at load time is defined here, in one translation unit,
+// because C++ constructs the objects of one translation unit in the order of
+// their definitions and destroys them in reverse, while the order between
+// translation units is left open. The order below is therefore behaviour:
 //
-//   1. the two lists of the error services
-//   2. the session path of the file-system services
-//   3. the two strings of the trace log
-//   4. the option store
-//   5. the eleven static timers, six of the string-list services and then
-//      five of blob compression, each taking the next slot of the timer
-//      table (slots 0 to 10), so the first timer a host builds gets slot 11
+//   1. The two lists of the error services.
+//   2. The session path of the file-system services, empty until someone
+//      asks.
+//   3. The trace file's path and the stamp in its name, empty until the
+//      first line is written. The session name takes the same stamp.
+//   4. The option store's map.
+//   5. The eleven static timers: six of the string-list services, then five
+//      of blob compression. Each takes the next slot of the timer slot table
+//      as it is built, so they hold slots 0 to 10 in this order, and the
+//      first timer a host builds gets slot 11. At unload they go first, in
+//      reverse, each giving its slot back to the free list.
 //
-// Statics with constant initialisation (flags, counters) need no place in
-// this order and live beside their classes.
+// Everything else of the process-wide state is constant-initialised (the
+// cached switches, the trace log's creation flag, the session's creation
+// flag, the slot table's statics) and so holds before step 1 runs: a static
+// timer finds its slot table ready whatever the order of the translation
+// units.
+#include "state/LibraryState.h"
+
 #include <vekzol/diagnostics/VEKZOLErrorServices.h>
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
@@ -21,6 +31,10 @@
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 #include <vekzol/services/VEKZOLSTLServices.h>
 #include <vekzol/services/VEKZOLZip.h>
+
+// Constant initialisation: these hold before any constructor below runs.
+bool VEKZOLLog::_bIsInitialized = false;
+bool VEKZOLFileSystemServices::_bSessionDirCreated = false;
 
 // 1. The error services: the records and their composed texts.
 std::deque<VEKZOLError*> VEKZOLErrorServices::_ListErrors;
@@ -50,3 +64,20 @@ VEKZOLTimer VEKZOLZip::_DecompressBStringTimer("Blob Mgmt - Decompress B String 
 VEKZOLTimer VEKZOLZip::_DecompressCStringTimer("Blob Mgmt - Decompress C String Timer");
 VEKZOLTimer VEKZOLZip::_ZlibCompressBlobTimer("Blob Mgmt - zlib Compress Blob Timer");
 VEKZOLTimer VEKZOLZip::_ZlibDecompressBlobTimer("Blob Mgmt - zlib Decompress Blob Timer");
+
+namespace vekzol {
+namespace state {
+
+const CString& TraceStamp() { return VEKZOLLog::_CreationTimeStamp; }
+
+void ResetForTesting() {
+  Switches() = CachedSwitches{};
+  VEKZOLLog::_LogFilePath.Empty();
+  VEKZOLLog::_CreationTimeStamp.Empty();
+  VEKZOLLog::_bIsInitialized = false;
+  // Empties the session path and its creation flag, disk untouched.
+  VEKZOLFileSystemServices::Cleanup();
+}
+
+}  // namespace state
+}  // namespace vekzol

@@ -1,62 +1,34 @@
-// File: GraphReader.h
-// The comparison's direct reads of vertices and edges, a friend of both
-// classes: the parent edges of a vertex as they stand (what GetParentEdges
-// would copy into a deque), the ident path and backup name without a copy
-// each, and SetIdentPath's assignment. Those getters and SetIdentPath are
-// not virtual, so reading and assigning the fields is exactly what they do.
-//
-// It also asks memory ahead for what the walks read next: a pass walks
+// File: ReadAhead.h
+// The comparison's requests for memory ahead of its walks. A pass walks
 // sorted entries, but the edges behind them lie in the order the host
 // listed its relations, and every id copied changes a count in the id's
-// block. The addresses of the next entries' elements and id blocks lie in
-// the entry array, so they can be asked for some steps ahead at no cost.
-// Nothing here changes what a pass does. The reader also reads and writes
-// the mark a run leaves on each vertex whose id it recorded (RunIdTable.h).
+// block. The
+// addresses of the next entries' elements and id blocks lie in the entry
+// array, so they can be asked for some steps ahead at no cost. Nothing here
+// changes what a pass does: the fields are read through the graph's
+// read-only view (graphs/GraphAccess.h), and only to form addresses.
 //
 // The asking functions are forced inline: GCC takes a function whose only
 // effect is a prefetch for one without effect and drops the calls to it,
 // prefetches and all (a test looks for them in the built library).
-#ifndef VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
-#define VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
+#ifndef VEKZOL_SRC_COMPARISON_READAHEAD_H_
+#define VEKZOL_SRC_COMPARISON_READAHEAD_H_
 
 #include <cstddef>
-#include <cstdint>
 
 #include <vekzol/graphs/VEKZOLGraphEdge.h>
 #include <vekzol/graphs/VEKZOLGraphVertex.h>
 #include <vekzol/platform/CString.h>
 
-#include "graphs/IdMap.h"
+#include "graphs/GraphAccess.h"
 
 namespace vekzol {
 namespace comparison {
 
-class GraphReader {
+class ReadAhead {
  public:
-  // The edges that end at `vertex`, oldest first, null entries included.
-  static const VEKZOLEdgeList& ParentEdges(const VEKZOLGraphVertex* vertex) {
-    return vertex->m_ParentEdges;
-  }
-  static VEKZOLGraphVertex* ParentOf(const VEKZOLGraphEdge* edge) { return edge->m_Parent; }
-  // The two texts of a vertex, as GetIdentPath and GetBackupName would copy
-  // them, and SetIdentPath's assignment (it has nothing else to do).
-  static const CString& IdentPath(const VEKZOLGraphVertex* vertex) { return vertex->m_IdentPath; }
-  static const CString& BackupName(const VEKZOLGraphVertex* vertex) { return vertex->m_BackupName; }
-  static void SetIdentPath(VEKZOLGraphVertex* vertex, const CString& identPath) {
-    vertex->m_IdentPath = identPath;
-  }
-
-  // The mark a comparison run leaves on a vertex: where it recorded the
-  // vertex's id (RunIdTable.h).
-  static std::uint32_t RunPosition(const VEKZOLGraphVertex* vertex) {
-    return vertex->m_RunPosition;
-  }
-  static void SetRunPosition(VEKZOLGraphVertex* vertex, std::uint32_t position) {
-    vertex->m_RunPosition = position;
-  }
-
-  using VertexEntry = graphs::IdMap<VEKZOLGraphVertex>::Entry;
-  using EdgeEntry = graphs::IdMap<VEKZOLGraphEdge>::Entry;
+  using VertexEntry = graphs::GraphAccess::VertexEntry;
+  using EdgeEntry = graphs::GraphAccess::EdgeEntry;
 
   // Before a walk's step at `next`, the entry it reads, in an array ending
   // at `end`. A step reads a chain of records that lie far apart, and each
@@ -74,7 +46,7 @@ class GraphReader {
     PrefetchEntry(next, end, kFar);
     if (kMiddle < end - next) {
       if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
-        __builtin_prefetch(vertex->m_Object);
+        __builtin_prefetch(Access::Object(vertex));
       }
     }
   }
@@ -87,9 +59,9 @@ class GraphReader {
     PrefetchEntry(next, end, kFar);
     if (kMiddle < end - next) {
       if (const VEKZOLGraphVertex* vertex = next[kMiddle].second) {
-        __builtin_prefetch(vertex->m_Object);
-        PrefetchText(vertex->m_IdentPath);
-        PrefetchText(vertex->m_BackupName);
+        __builtin_prefetch(Access::Object(vertex));
+        PrefetchText(Access::IdentPath(vertex));
+        PrefetchText(Access::BackupName(vertex));
       }
     }
   }
@@ -110,16 +82,16 @@ class GraphReader {
     }
     if (kNear < end - next) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNear].second)) {
-        if (edge->m_Parent != nullptr) PrefetchRecord(edge->m_Parent);
+        if (Access::Parent(edge) != nullptr) PrefetchRecord(Access::Parent(edge));
       }
     }
     if (kNearest < end - next) {
       if (const VEKZOLGraphEdge* edge = FirstParentEdge(next[kNearest].second)) {
-        if (const VEKZOLGraphVertex* parent = edge->m_Parent) {
+        if (const VEKZOLGraphVertex* parent = Access::Parent(edge)) {
           if (const void* place = parentIds.PlaceOf(parent)) __builtin_prefetch(place);
         }
         // The text of the parent's id, which the step compares.
-        if (edge->m_ParentIdHint != nullptr) PrefetchBlock(edge->m_ParentIdHint);
+        if (Access::ParentIdHint(edge) != nullptr) PrefetchBlock(Access::ParentIdHint(edge));
       }
     }
   }
@@ -130,7 +102,7 @@ class GraphReader {
     PrefetchEntry(next, end, kFar);
     if (kMiddle < end - next) {
       if (const VEKZOLGraphEdge* edge = next[kMiddle].second) {
-        __builtin_prefetch(edge->m_Relation);
+        __builtin_prefetch(Access::Relation(edge));
       }
     }
   }
@@ -142,6 +114,8 @@ class GraphReader {
   }
 
  private:
+  using Access = graphs::GraphAccess;
+
   // Steps ahead of the walk at which each link of the chain is asked for.
   static constexpr ptrdiff_t kFar = 24;
   static constexpr ptrdiff_t kMiddle = 12;
@@ -170,8 +144,8 @@ class GraphReader {
 
   [[gnu::always_inline]] static const VEKZOLGraphEdge* FirstParentEdge(
       const VEKZOLGraphVertex* vertex) {
-    if (vertex == nullptr || vertex->m_ParentEdges.empty()) return nullptr;
-    return vertex->m_ParentEdges.front();
+    if (vertex == nullptr || Access::ParentEdges(vertex).empty()) return nullptr;
+    return Access::ParentEdges(vertex).front();
   }
 
   // The block that holds a CString's count, length and text: its first 64
@@ -191,4 +165,4 @@ class GraphReader {
 }  // namespace comparison
 }  // namespace vekzol
 
-#endif  // VEKZOL_SRC_COMPARISON_GRAPHREADER_H_
+#endif  // VEKZOL_SRC_COMPARISON_READAHEAD_H_

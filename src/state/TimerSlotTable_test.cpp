@@ -1,9 +1,9 @@
-// File: VEKZOLTimerSlotTable_test.cpp
+// File: TimerSlotTable_test.cpp
 // The shared slot table on its own: growth by one slot, the free list, the
 // bound that lets an index equal to the used count pass, the baselines, the
 // readings, and failed allocations. Each test works on a table of its own,
 // in place of the process's table, with a clock the test sets.
-#include "diagnostics/VEKZOLTimerSlotTable.h"
+#include "state/LibraryState.h"
 
 #include <gtest/gtest.h>
 
@@ -20,9 +20,9 @@
 
 namespace {
 
-using vekzol::diagnostics::kNoTimerSlot;
-using vekzol::diagnostics::TimerSlot;
-using vekzol::diagnostics::TimerSlotTable;
+using vekzol::state::kNoTimerSlot;
+using vekzol::state::TimerSlot;
+using vekzol::state::TimerSlotTable;
 using vekzol_log_test::ScopedSystem;
 using vekzol_timer_test::TimerClockSystem;
 using Peer = VEKZOLTimerTestPeer;
