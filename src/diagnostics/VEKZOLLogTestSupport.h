@@ -21,6 +21,7 @@
 
 #include <vekzol/diagnostics/VEKZOLLog.h>
 
+#include "platform/ScopedSystemTesting.h"
 #include "platform/System.h"
 #include "state/LibraryState.h"
 
@@ -126,17 +127,7 @@ class FixedClockSystem : public vekzol::platform::ForwardingSystem {
 
 // Installs a backend for the life of the object and restores the previous
 // one after.
-class ScopedSystem {
- public:
-  explicit ScopedSystem(vekzol::platform::System* system)
-      : previous_(vekzol::platform::SetSystemForTesting(system)) {}
-  ~ScopedSystem() { vekzol::platform::SetSystemForTesting(previous_); }
-  ScopedSystem(const ScopedSystem&) = delete;
-  ScopedSystem& operator=(const ScopedSystem&) = delete;
-
- private:
-  vekzol::platform::System* previous_;
-};
+using vekzol::platform::ScopedSystem;
 
 // The whole file as bytes; empty when it cannot be read.
 //

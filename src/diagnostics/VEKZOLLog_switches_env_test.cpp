@@ -18,7 +18,7 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 
 #include "diagnostics/VEKZOLLogTestSupport.h"
-#include "diagnostics/VEKZOLOptionsMgrTestSupport.h"
+#include "options/VEKZOLOptionsMgrTestSupport.h"
 
 namespace {
 

@@ -12,35 +12,13 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 
 #include "diagnostics/VEKZOLLogTestSupport.h"
+#include "state/TimerSlotTableTestPeer.h"
 
 namespace vekzol_timer_test {
 
 // The trace log's fixed clock, plus a tick count and processor times that
-// the test sets. Processor times are in 100-nanosecond units, as the
-// platform gives them.
-class TimerClockSystem : public vekzol_log_test::FixedClockSystem {
- public:
-  uint32_t TickCountMs() override {
-    ++tickReads;
-    return ticks;
-  }
-  bool ProcessTimes(uint64_t* kernel100ns, uint64_t* user100ns) override {
-    ++processTimesReads;
-    if (failProcessTimes) {
-      return false;
-    }
-    *kernel100ns = kernel;
-    *user100ns = user;
-    return true;
-  }
-
-  uint32_t ticks = 1000;
-  uint64_t kernel = 0;
-  uint64_t user = 0;
-  bool failProcessTimes = false;
-  int tickReads = 0;
-  int processTimesReads = 0;
-};
+// the test sets.
+using TimerClockSystem = vekzol_state_test::SettableProcessClock<vekzol_log_test::FixedClockSystem>;
 
 // Starts a fresh trace file for the test: the log's state goes back to that
 // of a process that has written nothing, and earlier trace files go.

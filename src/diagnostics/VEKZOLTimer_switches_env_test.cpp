@@ -13,7 +13,7 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "diagnostics/VEKZOLOptionsMgrTestSupport.h"
+#include "options/VEKZOLOptionsMgrTestSupport.h"
 #include "diagnostics/VEKZOLTimerTestPeer.h"
 #include "diagnostics/VEKZOLTimerTestSupport.h"
 #include "state/LibraryState.h"

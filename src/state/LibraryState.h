@@ -33,7 +33,7 @@
 
 #include <vekzol/platform/CString.h>
 
-class VEKZOLTimerTestPeer;
+class TimerSlotTableTestPeer;
 
 namespace vekzol {
 namespace state {
@@ -148,7 +148,7 @@ class TimerSlotTable {
   static void ReleaseSlot(uint32_t index);
 
  private:
-  friend class ::VEKZOLTimerTestPeer;
+  friend class ::TimerSlotTableTestPeer;
 
   // Allocates the table with its first slot; false when that fails.
   static bool MakeTable();

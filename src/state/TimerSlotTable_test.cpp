@@ -15,17 +15,17 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "diagnostics/VEKZOLTimerTestPeer.h"
-#include "diagnostics/VEKZOLTimerTestSupport.h"
+#include "platform/ScopedSystemTesting.h"
+#include "state/TimerSlotTableTestPeer.h"
 
 namespace {
 
 using vekzol::state::kNoTimerSlot;
 using vekzol::state::TimerSlot;
 using vekzol::state::TimerSlotTable;
-using vekzol_log_test::ScopedSystem;
-using vekzol_timer_test::TimerClockSystem;
-using Peer = VEKZOLTimerTestPeer;
+using vekzol::platform::ScopedSystem;
+using TimerClockSystem = vekzol_state_test::SettableProcessClock<vekzol_state_test::RealSystem>;
+using Peer = TimerSlotTableTestPeer;
 
 void* FailingReallocate(void*, size_t) { return nullptr; }
 
