@@ -20,10 +20,10 @@
 
 namespace {
 
+using vekzol::platform::ScopedSystem;
 using vekzol::state::kNoTimerSlot;
 using vekzol::state::TimerSlot;
 using vekzol::state::TimerSlotTable;
-using vekzol::platform::ScopedSystem;
 using TimerClockSystem = vekzol_state_test::SettableProcessClock<vekzol_state_test::RealSystem>;
 using Peer = TimerSlotTableTestPeer;
 
