@@ -24,18 +24,13 @@ if(VEKZOL_BUILD_TESTS)
   set(VEKZOL_TEST_TEMP_ROOT "${PROJECT_BINARY_DIR}/test-temp")
 endif()
 
-# The library's own switches, the one list of them for the tests. A test
-# registered with SWITCHES gets every one of them set and empty (which reads
-# as off), so that the caller's own environment cannot leak in, except those
-# it gives a value of its own. JBM_RQT_OUT and JBM_RQT_TEMP are not switches
-# and not here: a variable set to empty ends the search of the batch session
+# The library's own switches (VEKZOL_TEST_SWITCHES). A test registered with
+# SWITCHES gets every one of them set and empty (which reads as off), so
+# that the caller's own environment cannot leak in, except those it gives a
+# value of its own. JBM_RQT_OUT and JBM_RQT_TEMP are not switches and not
+# blanked: a variable set to empty ends the search of the batch session
 # base, where an unset one lets it go on.
-set(VEKZOL_TEST_SWITCHES
-  VEK_ZOL_LOG_ENABLED
-  VEK_ZOL_LOG_VERBOSE
-  JBM_RQT_IN
-  VEK_ZOL_TIMERS_ENABLED
-  VEK_ZOL_DUMP_DECOMPRESSED_BLOBS)
+include(VEKZOLTestSwitches)
 
 # vekzol_switch_environment(<out> [<SWITCH>=<value>...])
 #

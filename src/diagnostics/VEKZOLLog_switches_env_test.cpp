@@ -18,11 +18,11 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 
 #include "diagnostics/VEKZOLLogTestSupport.h"
-#include "options/VEKZOLOptionsMgrTestSupport.h"
+#include "platform/ProcessEnvironmentTesting.h"
 
 namespace {
 
-using options_test::PutEnvironmentVariable;
+using vekzol::platform::PutEnvironmentVariable;
 using vekzol_log_test::FixedClockSystem;
 using vekzol_log_test::kHeader;
 using vekzol_log_test::kStamp;

@@ -13,14 +13,14 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "options/VEKZOLOptionsMgrTestSupport.h"
 #include "diagnostics/VEKZOLTimerTestPeer.h"
 #include "diagnostics/VEKZOLTimerTestSupport.h"
+#include "platform/ProcessEnvironmentTesting.h"
 #include "state/LibraryState.h"
 
 namespace {
 
-using options_test::PutEnvironmentVariable;
+using vekzol::platform::PutEnvironmentVariable;
 using vekzol_log_test::ScopedSystem;
 using vekzol_timer_test::TimerClockSystem;
 using Peer = VEKZOLTimerTestPeer;

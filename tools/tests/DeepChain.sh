@@ -14,7 +14,8 @@
 # (the same chain with the second one named "Renamed step" and one process
 # appended at the end). The other modes run the tool on them with a limit
 # of LIMIT_MB megabytes of address space and check its exit status,
-# standard output and standard error byte for byte.
+# standard output and standard error byte for byte. The test registration
+# starts it with the library's switches unset.
 set -u
 tool=$1
 work=$2
@@ -55,10 +56,6 @@ limit_mb=$4
 run_dir="$work/$mode"
 rm -rf "$run_dir" && mkdir -p "$run_dir" || fail "cannot make $run_dir"
 cd "$run_dir" || fail "cannot enter $run_dir"
-# The library's switches come from the environment: the caller's must not
-# leak in.
-unset VEK_ZOL_LOG_ENABLED VEK_ZOL_LOG_VERBOSE JBM_RQT_IN VEK_ZOL_TIMERS_ENABLED \
-  VEK_ZOL_DUMP_DECOMPRESSED_BLOBS JBM_RQT_OUT JBM_RQT_TEMP
 TEMP=$run_dir
 export TEMP
 

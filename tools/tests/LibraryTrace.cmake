@@ -22,10 +22,7 @@ file(MAKE_DIRECTORY "${temp_dir}")
 
 # The caller's switches must not leak in; every variable that may name the
 # temporary directory names the fresh one.
-foreach(variable VEK_ZOL_LOG_ENABLED VEK_ZOL_LOG_VERBOSE JBM_RQT_IN VEK_ZOL_TIMERS_ENABLED
-    VEK_ZOL_DUMP_DECOMPRESSED_BLOBS JBM_RQT_OUT JBM_RQT_TEMP)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
 foreach(variable TEMP TMP TMPDIR)
   set(ENV{${variable}} "${temp_dir}")
 endforeach()

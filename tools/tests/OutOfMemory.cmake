@@ -8,10 +8,7 @@
 # Arguments (-D): TOOL, WORK_DIR (made afresh), LIMIT_KB (the ulimit -v).
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
-foreach(variable VEK_ZOL_LOG_ENABLED VEK_ZOL_LOG_VERBOSE JBM_RQT_IN VEK_ZOL_TIMERS_ENABLED
-    VEK_ZOL_DUMP_DECOMPRESSED_BLOBS JBM_RQT_OUT JBM_RQT_TEMP)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
 set(ENV{TEMP} "${WORK_DIR}")
 
 # A payload of c bytes may inflate to at most about 1032 c: 2,000,000 bytes

@@ -6,10 +6,7 @@
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
 set(ENV{TEMP} "${WORK_DIR}")
-foreach(variable VEK_ZOL_LOG_ENABLED VEK_ZOL_LOG_VERBOSE JBM_RQT_IN VEK_ZOL_TIMERS_ENABLED
-    VEK_ZOL_DUMP_DECOMPRESSED_BLOBS)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
 
 function(run)
   execute_process(COMMAND "${TOOL}" ${ARGN} RESULT_VARIABLE result ERROR_VARIABLE errors)

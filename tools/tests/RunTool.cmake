@@ -28,10 +28,7 @@ file(MAKE_DIRECTORY "${WORK_DIR}")
 # leak in. Its trace file, where a test turns the trace on, goes to the
 # work directory.
 set(ENV{TEMP} "${WORK_DIR}")
-foreach(variable VEK_ZOL_LOG_ENABLED VEK_ZOL_LOG_VERBOSE JBM_RQT_IN VEK_ZOL_TIMERS_ENABLED
-    VEK_ZOL_DUMP_DECOMPRESSED_BLOBS JBM_RQT_OUT JBM_RQT_TEMP)
-  unset(ENV{${variable}})
-endforeach()
+include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
 if(DEFINED ENV)
   string(REPLACE "|" ";" environment "${ENV}")
   foreach(assignment IN LISTS environment)
