@@ -5,7 +5,7 @@
 #include <cstdio>
 
 namespace vekzol {
-namespace services {
+namespace blobs {
 namespace {
 
 // A cursor over a bounded text that ends at `length` or at a NUL.
@@ -127,5 +127,5 @@ std::string FormatBlobHeaderPrefix(uint32_t version, int32_t uncompressed) {
   return std::string(buffer, static_cast<size_t>(length));
 }
 
-}  // namespace services
+}  // namespace blobs
 }  // namespace vekzol

@@ -9,7 +9,7 @@
 #include <string>
 
 namespace vekzol {
-namespace services {
+namespace blobs {
 
 // The version the writer puts into every header (zlib 1.2.3's number). The
 // reader takes whatever version stands there.
@@ -35,7 +35,7 @@ int ReadBlobHeader(const char* text, size_t length, BlobHeader* header);
 std::string FormatBlobHeader(uint32_t version, int32_t uncompressed, int32_t compressed);
 std::string FormatBlobHeaderPrefix(uint32_t version, int32_t uncompressed);
 
-}  // namespace services
+}  // namespace blobs
 }  // namespace vekzol
 
 #endif  // VEKZOL_SRC_BLOBS_BLOBHEADER_H_

@@ -10,10 +10,10 @@
 
 namespace {
 
-using vekzol::services::BlobHeader;
-using vekzol::services::FormatBlobHeader;
-using vekzol::services::FormatBlobHeaderPrefix;
-using vekzol::services::ReadBlobHeader;
+using vekzol::blobs::BlobHeader;
+using vekzol::blobs::FormatBlobHeader;
+using vekzol::blobs::FormatBlobHeaderPrefix;
+using vekzol::blobs::ReadBlobHeader;
 
 int Read(const std::string& text, BlobHeader* header) {
   return ReadBlobHeader(text.data(), text.size(), header);

@@ -16,11 +16,11 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/services/UnicodeString.h>
 
-#include "platform/DeliberateLeak.h"
 #include "blobs/BlobHeader.h"
+#include "platform/DeliberateLeak.h"
 
-using vekzol::services::FormatBlobHeader;
-using vekzol::services::kBlobHeaderVersion;
+using vekzol::blobs::FormatBlobHeader;
+using vekzol::blobs::kBlobHeaderVersion;
 
 namespace {
 

@@ -18,15 +18,15 @@
 #include <vekzol/diagnostics/VEKZOLLog.h>
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 
+#include "blobs/BlobHeader.h"
+#include "filesystem/FileSystemSupport.h"
 #include "platform/DeliberateLeak.h"
 #include "platform/System.h"
 #include "platform/TextConversion.h"
-#include "blobs/BlobHeader.h"
-#include "filesystem/FileSystemSupport.h"
 #include "state/LibraryState.h"
 
+using vekzol::blobs::BlobHeader;
 using vekzol::platform::Sys;
-using vekzol::services::BlobHeader;
 
 namespace {
 
@@ -50,7 +50,7 @@ void DumpText(const char* pattern, int number, const char* text, size_t length) 
   VEKZOLFileSystemServices::GetVZOLSessionDataDirectory(directory);
   CString name;
   name.Format(pattern, number);
-  const CString path = vekzol::services::JoinPath(directory, name);
+  const CString path = vekzol::filesystem::JoinPath(directory, name);
   if (static_cast<size_t>(path.GetLength()) + 1 > kDumpPathCapacity) return;
   std::FILE* file = Sys().OpenFile(path, "wb");
   if (file == nullptr) return;
@@ -94,7 +94,7 @@ char* DecompressPayload(const BlobBytes& blob, size_t n, const BlobHeader& heade
   // format fails and leaves nothing: the search below then starts at 0 and
   // stops at the colon of "zlib:", so the stream cannot inflate. This is why
   // texts under 20 bytes compress but never come back.
-  const std::string prefix = vekzol::services::FormatBlobHeaderPrefix(header.version, d);
+  const std::string prefix = vekzol::blobs::FormatBlobHeaderPrefix(header.version, d);
   const size_t prefixLength = prefix.size() + 1 <= static_cast<size_t>(d) ? prefix.size() : 0;
 
   // The payload starts behind the first colon from there on (the one that
@@ -145,7 +145,7 @@ char* DecompressNarrow(const BlobBytes& blob) {
   const size_t n = static_cast<uint32_t>(TextLength(blob));
   BlobHeader header;
   char* result = nullptr;
-  if (vekzol::services::ReadBlobHeader(blob.data, n, &header) == 3 && header.uncompressed > 0 &&
+  if (vekzol::blobs::ReadBlobHeader(blob.data, n, &header) == 3 && header.uncompressed > 0 &&
       header.compressed != 0) {
     result = DecompressPayload(blob, n, header);
   }

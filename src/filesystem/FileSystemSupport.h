@@ -12,7 +12,7 @@
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 
 namespace vekzol {
-namespace services {
+namespace filesystem {
 
 // `directory`, one separator, `name`: no look at what the directory ends
 // in, so a directory that ends in a separator gets a second one.
@@ -38,7 +38,7 @@ void FillHandler(VEKZOLFileSystemServices::ErrorHandler* handler, uint32_t code,
 CString ContextOf(const char* format, const CString& first);
 CString ContextOf(const char* format, const CString& first, const CString& second);
 
-}  // namespace services
+}  // namespace filesystem
 }  // namespace vekzol
 
 #endif  // VEKZOL_SRC_FILESYSTEM_FILESYSTEMSUPPORT_H_

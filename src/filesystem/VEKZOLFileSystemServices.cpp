@@ -9,11 +9,11 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "platform/System.h"
 #include "filesystem/FileSystemSupport.h"
+#include "platform/System.h"
 
 namespace vekzol {
-namespace services {
+namespace filesystem {
 
 using platform::Sys;
 
@@ -72,7 +72,7 @@ CString ContextOf(const char* format, const CString& first, const CString& secon
   return context;
 }
 
-}  // namespace services
+}  // namespace filesystem
 }  // namespace vekzol
 
 namespace {
@@ -107,7 +107,7 @@ long VEKZOLFileSystemServices::DirectoryExists(CString& path) {
   if (code == vekzol::platform::kErrorSuccess) {
     return HasDirectoryBit(attributes) ? S_OK : S_FALSE;
   }
-  return vekzol::services::IsMissingCode(code) ? S_FALSE : E_FAIL;
+  return vekzol::filesystem::IsMissingCode(code) ? S_FALSE : E_FAIL;
 }
 
 long VEKZOLFileSystemServices::FileExists(CString& path) {
@@ -116,7 +116,7 @@ long VEKZOLFileSystemServices::FileExists(CString& path) {
   if (code == vekzol::platform::kErrorSuccess) {
     return HasDirectoryBit(attributes) ? S_FALSE : S_OK;
   }
-  return vekzol::services::IsMissingCode(code) ? S_FALSE : E_FAIL;
+  return vekzol::filesystem::IsMissingCode(code) ? S_FALSE : E_FAIL;
 }
 
 long VEKZOLFileSystemServices::PathExists(CString& path, bool& isDirectory) {
@@ -126,7 +126,7 @@ long VEKZOLFileSystemServices::PathExists(CString& path, bool& isDirectory) {
     isDirectory = HasDirectoryBit(attributes);
     return S_OK;
   }
-  return vekzol::services::IsMissingCode(code) ? S_FALSE : E_FAIL;
+  return vekzol::filesystem::IsMissingCode(code) ? S_FALSE : E_FAIL;
 }
 
 long VEKZOLFileSystemServices::GetFileNameFromPath(CString& path, CString& name) {
@@ -156,5 +156,5 @@ long VEKZOLFileSystemServices::GetFileNameFromPath(CString& path, CString& name)
 }
 
 CString VEKZOLFileSystemServices::GetErrorMsg(unsigned long& code) {
-  return vekzol::services::ErrorMessageOf(static_cast<uint32_t>(code));
+  return vekzol::filesystem::ErrorMessageOf(static_cast<uint32_t>(code));
 }

@@ -13,9 +13,9 @@
 
 #include <vekzol/platform/Status.h>
 
+#include "filesystem/FileSystemSupport.h"
 #include "platform/AbsolutePaths.h"
 #include "platform/System.h"
-#include "filesystem/FileSystemSupport.h"
 
 namespace {
 
@@ -57,7 +57,7 @@ long VEKZOLFileSystemServices::CreateDirectoryA(CString& path, ErrorHandler* han
           return E_INVALIDARG;
         }
         tryToMake = false;
-      } else if (!vekzol::services::IsMissingCode(code)) {
+      } else if (!vekzol::filesystem::IsMissingCode(code)) {
         // Not readable but not missing either, such as the server part of
         // a UNC path: passed over.
         tryToMake = false;
@@ -73,9 +73,10 @@ long VEKZOLFileSystemServices::CreateDirectoryA(CString& path, ErrorHandler* han
                  code == vekzol::platform::kErrorAlreadyExists) {
         status = S_FALSE;
       } else {
-        vekzol::services::FillHandler(
+        vekzol::filesystem::FillHandler(
             handler, code,
-            vekzol::services::ContextOf("VEKZOLFileSystemServices::CreateDirectory( %s )", level));
+            vekzol::filesystem::ContextOf("VEKZOLFileSystemServices::CreateDirectory( %s )",
+                                          level));
         return E_FAIL;
       }
     }
@@ -87,11 +88,11 @@ long VEKZOLFileSystemServices::CreateDirectoryA(CString& path, ErrorHandler* han
 }
 
 long VEKZOLFileSystemServices::ClearDirectory(CString& path, ErrorHandler* /*handler*/) {
-  if (path.IsEmpty() || !vekzol::services::IsExistingDirectory(path)) {
+  if (path.IsEmpty() || !vekzol::filesystem::IsExistingDirectory(path)) {
     return E_INVALIDARG;
   }
   std::vector<FindEntry> entries;
-  const uint32_t listed = Sys().FindFiles(vekzol::services::JoinPath(path, "*"), &entries);
+  const uint32_t listed = Sys().FindFiles(vekzol::filesystem::JoinPath(path, "*"), &entries);
   if (listed != vekzol::platform::kErrorSuccess && entries.empty()) {
     return S_FALSE;  // the listing could not start
   }
@@ -101,7 +102,7 @@ long VEKZOLFileSystemServices::ClearDirectory(CString& path, ErrorHandler* /*han
     if (entry.name == "." || entry.name == "..") {
       continue;
     }
-    CString child = vekzol::services::JoinPath(path, entry.name.c_str());
+    CString child = vekzol::filesystem::JoinPath(path, entry.name.c_str());
     if ((entry.attributes & vekzol::platform::kAttributeDirectory) != 0) {
       // A failure inside stays the sub-directory's own business: it keeps
       // the sub-directory, and this level's status does not change.
@@ -125,8 +126,8 @@ long VEKZOLFileSystemServices::DeleteDirectory(CString& path, ErrorHandler* hand
   if (code == vekzol::platform::kErrorSuccess) {
     return S_OK;
   }
-  vekzol::services::FillHandler(
+  vekzol::filesystem::FillHandler(
       handler, code,
-      vekzol::services::ContextOf("VEKZOLFileSystemServices::DeleteDirectory( %s )", path));
+      vekzol::filesystem::ContextOf("VEKZOLFileSystemServices::DeleteDirectory( %s )", path));
   return E_FAIL;
 }

@@ -14,8 +14,8 @@
 #include <vekzol/platform/Status.h>
 #include <vekzol/services/VEKZOLFileSystemServices.h>
 
-#include "platform/FaultInjectionTesting.h"
 #include "filesystem/VEKZOLFileSystemServicesTestSupport.h"
+#include "platform/FaultInjectionTesting.h"
 
 namespace {
 

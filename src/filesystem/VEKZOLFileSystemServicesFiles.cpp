@@ -11,15 +11,15 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "platform/System.h"
 #include "filesystem/FileSystemSupport.h"
+#include "platform/System.h"
 
 namespace {
 
+using vekzol::filesystem::IsExistingDirectory;
+using vekzol::filesystem::JoinPath;
 using vekzol::platform::FindEntry;
 using vekzol::platform::Sys;
-using vekzol::services::IsExistingDirectory;
-using vekzol::services::JoinPath;
 
 constexpr uint32_t kSuccess = vekzol::platform::kErrorSuccess;
 
@@ -93,10 +93,10 @@ long VEKZOLFileSystemServices::CopyFileA(CString& source, CString& target, bool 
   if (code == kSuccess) {
     return S_OK;
   }
-  vekzol::services::FillHandler(
+  vekzol::filesystem::FillHandler(
       handler, code,
-      vekzol::services::ContextOf("VEKZOLFileSystemServices::CopyFile( %s, %s )", source,
-                                  finalTarget));
+      vekzol::filesystem::ContextOf("VEKZOLFileSystemServices::CopyFile( %s, %s )", source,
+                                    finalTarget));
   return E_FAIL;
 }
 
@@ -173,7 +173,7 @@ long VEKZOLFileSystemServices::DeleteFiles(CString& directory, CString& name,
     if (code == kSuccess) {
       return S_OK;
     }
-    return vekzol::services::IsMissingCode(code) ? S_FALSE : E_FAIL;
+    return vekzol::filesystem::IsMissingCode(code) ? S_FALSE : E_FAIL;
   }
   std::deque<CString> files;
   std::deque<CString> directories;

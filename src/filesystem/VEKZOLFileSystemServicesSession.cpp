@@ -13,8 +13,8 @@
 
 #include <vekzol/platform/Status.h>
 
-#include "platform/System.h"
 #include "filesystem/FileSystemSupport.h"
+#include "platform/System.h"
 #include "state/LibraryState.h"
 
 namespace {
@@ -25,7 +25,7 @@ constexpr uint32_t kSuccess = vekzol::platform::kErrorSuccess;
 
 // The candidate counts only if it is non-empty and an existing directory.
 CString UsableBase(const CString& candidate) {
-  if (candidate.IsEmpty() || !vekzol::services::IsExistingDirectory(candidate)) {
+  if (candidate.IsEmpty() || !vekzol::filesystem::IsExistingDirectory(candidate)) {
     return CString();
   }
   return candidate;
@@ -96,7 +96,7 @@ long VEKZOLFileSystemServices::CreateVZOLSessionDataDirectory(CString& id, CStri
       CString name;
       GenerateVZOLSessionDataDirectoryName(id, name);
       if (!name.IsEmpty()) {
-        const CString sessionPath = vekzol::services::JoinPath(base, name);
+        const CString sessionPath = vekzol::filesystem::JoinPath(base, name);
         // One level only: the base exists. A directory of the same name,
         // left by a process of the same second and id, is a failure too.
         const uint32_t code = Sys().MakeDirectory(sessionPath);
@@ -106,9 +106,9 @@ long VEKZOLFileSystemServices::CreateVZOLSessionDataDirectory(CString& id, CStri
           status = S_OK;
         } else {
           status = E_FAIL;
-          vekzol::services::FillHandler(
+          vekzol::filesystem::FillHandler(
               handler, code,
-              vekzol::services::ContextOf(
+              vekzol::filesystem::ContextOf(
                   "VEKZOLFileSystemServices::CreateVZOLSessionDataDirectory( %s )", sessionPath));
         }
       }
@@ -130,7 +130,7 @@ long VEKZOLFileSystemServices::CreateRQTSessionDataDirectory(CString& name, CStr
       _VZOLSessionDataDirPath = base;
       status = S_FALSE;
       if (!name.IsEmpty()) {
-        const CString sessionPath = vekzol::services::JoinPath(base, name);
+        const CString sessionPath = vekzol::filesystem::JoinPath(base, name);
         const uint32_t code = Sys().MakeDirectory(sessionPath);
         if (code == kSuccess) {
           _VZOLSessionDataDirPath = sessionPath;
@@ -144,9 +144,9 @@ long VEKZOLFileSystemServices::CreateRQTSessionDataDirectory(CString& name, CStr
           _VZOLSessionDataDirPath = sessionPath;
         } else {
           status = E_FAIL;
-          vekzol::services::FillHandler(
+          vekzol::filesystem::FillHandler(
               handler, code,
-              vekzol::services::ContextOf(
+              vekzol::filesystem::ContextOf(
                   "VEKZOLFileSystemServices::CreateRQTSessionDataDirectory( %s )", sessionPath));
         }
       }
@@ -167,10 +167,10 @@ long VEKZOLFileSystemServices::DeleteVZOLSessionDataDirectory(ErrorHandler* hand
     if (code == kSuccess) {
       status = S_OK;
     } else {
-      vekzol::services::FillHandler(
+      vekzol::filesystem::FillHandler(
           handler, code,
-          vekzol::services::ContextOf("VEKZOLFileSystemServices::DeleteDirectory( %s )",
-                                      sessionPath));
+          vekzol::filesystem::ContextOf("VEKZOLFileSystemServices::DeleteDirectory( %s )",
+                                        sessionPath));
     }
   }
   // Forgotten in every case: the next Get or Create starts afresh, even if
