@@ -20,19 +20,12 @@ file(REMOVE_RECURSE "${WORK_DIR}")
 set(temp_dir "${WORK_DIR}/temp")
 file(MAKE_DIRECTORY "${temp_dir}")
 
-# The caller's switches must not leak in; every variable that may name the
-# temporary directory names the fresh one.
-include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
+# Every variable that may name the temporary directory names the fresh one;
+# the caller's switches must not leak in, and the test's own come last.
 foreach(variable TEMP TMP TMPDIR)
   set(ENV{${variable}} "${temp_dir}")
 endforeach()
-if(DEFINED ENV AND NOT ENV STREQUAL "")
-  string(REPLACE "|" ";" environment "${ENV}")
-  foreach(assignment IN LISTS environment)
-    string(REGEX MATCH "^([^=]+)=(.*)$" matched "${assignment}")
-    set(ENV{${CMAKE_MATCH_1}} "${CMAKE_MATCH_2}")
-  endforeach()
-endif()
+include("${CMAKE_CURRENT_LIST_DIR}/ToolEnvironment.cmake")
 
 string(REPLACE "|" ";" options "${OPTIONS}")
 execute_process(COMMAND "${TOOL}" ${options} compare --check-names --roots

@@ -8,7 +8,7 @@
 # Arguments (-D): TOOL, WORK_DIR (made afresh), LIMIT_KB (the ulimit -v).
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
-include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
+include("${CMAKE_CURRENT_LIST_DIR}/ToolEnvironment.cmake")
 set(ENV{TEMP} "${WORK_DIR}")
 
 # A payload of c bytes may inflate to at most about 1032 c: 2,000,000 bytes

@@ -30,7 +30,7 @@ file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
 
 set(ENV{TEMP} "${WORK_DIR}")
-include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
+include("${CMAKE_CURRENT_LIST_DIR}/ToolEnvironment.cmake")
 unset(ENV{VEKZOL_TOOL_TESTING_FAULT})
 if(DEFINED FAULT)
   set(ENV{VEKZOL_TOOL_TESTING_FAULT} "${FAULT}")

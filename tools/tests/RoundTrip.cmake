@@ -6,7 +6,7 @@
 file(REMOVE_RECURSE "${WORK_DIR}")
 file(MAKE_DIRECTORY "${WORK_DIR}")
 set(ENV{TEMP} "${WORK_DIR}")
-include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
+include("${CMAKE_CURRENT_LIST_DIR}/ToolEnvironment.cmake")
 
 function(run)
   execute_process(COMMAND "${TOOL}" ${ARGN} RESULT_VARIABLE result ERROR_VARIABLE errors)

@@ -28,14 +28,7 @@ file(MAKE_DIRECTORY "${WORK_DIR}")
 # leak in. Its trace file, where a test turns the trace on, goes to the
 # work directory.
 set(ENV{TEMP} "${WORK_DIR}")
-include("${CMAKE_CURRENT_LIST_DIR}/CleanEnvironment.cmake")
-if(DEFINED ENV)
-  string(REPLACE "|" ";" environment "${ENV}")
-  foreach(assignment IN LISTS environment)
-    string(REGEX MATCH "^([^=]+)=(.*)$" matched "${assignment}")
-    set(ENV{${CMAKE_MATCH_1}} "${CMAKE_MATCH_2}")
-  endforeach()
-endif()
+include("${CMAKE_CURRENT_LIST_DIR}/ToolEnvironment.cmake")
 
 foreach(stream STDOUT STDERR)
   if(DEFINED ${stream} AND "${${stream}}" STREQUAL "<none>")
