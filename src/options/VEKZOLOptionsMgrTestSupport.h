@@ -6,7 +6,6 @@
 #ifndef VEKZOL_SRC_OPTIONS_VEKZOLOPTIONSMGRTESTSUPPORT_H_
 #define VEKZOL_SRC_OPTIONS_VEKZOLOPTIONSMGRTESTSUPPORT_H_
 
-#include <cstdlib>
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -16,6 +15,7 @@
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 
 #include "diagnostics/VEKZOLLogTestSupport.h"
+#include "platform/ProcessEnvironmentTesting.h"
 
 class VEKZOLOptionsMgrTestPeer {
  public:
@@ -40,13 +40,7 @@ inline std::vector<std::pair<std::string, std::string>> StoreContents() {
 
 // Puts `name` into the environment of this process, as a host or a library
 // beside it could do after start-up.
-inline void PutEnvironmentVariable(const char* name, const char* value) {
-#if defined(_WIN32)
-  _putenv_s(name, value);
-#else
-  setenv(name, value, 1);
-#endif
-}
+using vekzol::platform::PutEnvironmentVariable;
 
 // A backend that counts the environment reads of each name and otherwise
 // forwards to the trace log's fixed clock.

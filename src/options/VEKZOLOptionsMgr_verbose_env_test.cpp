@@ -1,7 +1,14 @@
 // Runs in verbose mode with the 18 known option variables pinned by its
 // CMake entry (VEK_ZOL_DEBUG_MODE=1, KRN_KEEP_SESSION_DIR=true,
 // PX_7GRUN_YTFGRAPHIC=Yes, the others empty): the listing of all options,
-// sorted, once per process.
+// sorted, once per process. The first case lists at the first read of the
+// verbosity switch in a process started with it; each case starts from a
+// store and a log as in a fresh process.
+//
+// The last case turns the trace log off in the process environment as
+// well, and takes the library back to a process that has read no switch:
+// the listing still runs its loop and counts as done, and its lines are
+// lost.
 #include <vekzol/diagnostics/VEKZOLOptionsMgr.h>
 
 #include <string>
@@ -18,6 +25,7 @@ namespace {
 
 using options_test::FreshProcess;
 using options_test::Lines;
+using options_test::PutEnvironmentVariable;
 using options_test::StoreContents;
 using Store = std::vector<std::pair<std::string, std::string>>;
 
@@ -109,6 +117,28 @@ TEST(VEKZOLOptionsMgrVerboseEnvTest, TheListingReadsTheEnvironmentOnlyForKeysThe
   EXPECT_EQ(process.ReadsOf("VEK_ZOL_DEBUG_MODE"), 0);
   EXPECT_EQ(process.ReadsOf("KRN_KEEP_SESSION_DIR"), 1);
   EXPECT_EQ(process.ReadsOf("VEK_ZOL_TIMERS_ENABLED"), 1);
+}
+
+// The trace log off, as the process environment gives it to a process
+// that has read no switch yet (FreshProcess takes the library back to one);
+// put back to the empty value the program was started with afterwards.
+class VEKZOLOptionsMgrLogDisabledEnvTest : public ::testing::Test {
+ protected:
+  void SetUp() override { PutEnvironmentVariable("VEK_ZOL_LOG_ENABLED", "FALSE"); }
+  void TearDown() override { PutEnvironmentVariable("VEK_ZOL_LOG_ENABLED", ""); }
+};
+
+TEST_F(VEKZOLOptionsMgrLogDisabledEnvTest, ListingRunsItsLoopWritesNoFileAndCountsAsDone) {
+  options_test::FreshProcess process;
+  EXPECT_EQ(VEKZOLOptionsMgr::PrintAllOptions(), E_FAIL);
+  EXPECT_TRUE(VEKZOLOptionsMgrTestPeer::OptionsPrinted());
+  EXPECT_FALSE(process.TraceFileExists());
+  EXPECT_EQ(process.ReadsOf("KRN_VIEW_WORKINSTRUCTIONLIBRARY"), 1);
+  EXPECT_EQ(process.ReadsOf("KRN_REVISION_PRODUCT_FILE"), 1);
+  EXPECT_TRUE(options_test::StoreContents().empty());
+
+  EXPECT_EQ(VEKZOLOptionsMgr::PrintAllOptions(), E_FAIL);
+  EXPECT_EQ(process.ReadsOf("KRN_VIEW_WORKINSTRUCTIONLIBRARY"), 1);
 }
 
 }  // namespace
