@@ -6,7 +6,12 @@
 #   compare_reference  the same result from flat sorted arrays (bench/compare_reference.cpp)
 #   networkx           the same result from two networkx graphs (bench/compare_networkx.py)
 # The three results must be the same, list by list; the table gives the
-# figures and the ratios vekzol/reference and networkx/vekzol.
+# figures and the ratios vekzol/reference and networkx/vekzol. The same pair
+# also goes through the change commands, measured the same way:
+#   vekzol diff        vekzol -q diff OLD NEW -o CHANGE (a change file)
+#   vekzol apply       vekzol -q apply OLD CHANGE -o APPLIED
+# reported as ratios to vekzol compare; APPLIED must have NEW's content
+# (`vekzol compare --content`, not measured).
 #
 #   bench/compare-models.sh N [--id-bytes 11|40] [--build DIR] [--seed S]
 #                           [--row FILE] [--keep DIR]
@@ -134,11 +139,20 @@ measure vekzol "$work/vekzol.out" \
 measure reference "$work/reference.json" "$reference" "$work/old.json" "$work/new.json"
 measure networkx "$work/networkx.json" "$python" "$here/compare_networkx.py" \
   "$work/old.json" "$work/new.json"
+measure diff "$work/diff.out" "$vekzol" -q diff -o "$work/change.json" \
+  "$work/old.json" "$work/new.json"
+measure apply "$work/apply.out" "$vekzol" -q apply -o "$work/applied.json" \
+  "$work/old.json" "$work/change.json"
+if ! "$vekzol" -q compare --content "$work/applied.json" "$work/new.json" >"$work/applied.out"; then
+  echo "compare-models.sh: the change applied to the old model does not give the new one:" >&2
+  tail -n 3 "$work/applied.out" >&2
+  exit 1
+fi
 
 if [ -n "$keep_dir" ]; then
   mkdir -p "$keep_dir"
   cp "$work"/old.json "$work"/new.json "$work"/vekzol.json "$work"/reference.json \
-    "$work"/networkx.json "$keep_dir"/
+    "$work"/networkx.json "$work"/change.json "$keep_dir"/
 fi
 
 # The results, list by list; byte-identical files agree at once.
@@ -173,7 +187,12 @@ EOF
 read -r vekzol_cpu vekzol_mb <"$work/vekzol.time"
 read -r reference_cpu reference_mb <"$work/reference.time"
 read -r networkx_cpu networkx_mb <"$work/networkx.time"
-ratio() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.1f", a / b; else print "-" }'; }
+read -r diff_cpu diff_mb <"$work/diff.time"
+read -r apply_cpu apply_mb <"$work/apply.time"
+# ratio A B [DIGITS]: A/B with one decimal (or DIGITS), "-" when B is 0.
+ratio() {
+  awk -v a="$1" -v b="$2" -v d="${3:-1}" 'BEGIN { if (b > 0) printf "%.*f", d, a / b; else print "-" }'
+}
 
 echo "compare-models: $elements elements, $id_bytes-byte ids" \
   "(old model $(du -k "$work/old.json" | cut -f1) KB, new $(du -k "$work/new.json" | cut -f1) KB)"
@@ -185,6 +204,13 @@ printf '%-20s %10s %10s\n' vekzol/reference \
   "$(ratio "$vekzol_cpu" "$reference_cpu")x" "$(ratio "$vekzol_mb" "$reference_mb")x"
 printf '%-20s %10s %10s\n' networkx/vekzol \
   "$(ratio "$networkx_cpu" "$vekzol_cpu")x" "$(ratio "$networkx_mb" "$vekzol_mb")x"
+printf '%-20s %10s %10s\n' "vekzol diff" "$diff_cpu" "$diff_mb"
+printf '%-20s %10s %10s\n' "vekzol apply" "$apply_cpu" "$apply_mb"
+printf '%-20s %10s %10s\n' diff/compare \
+  "$(ratio "$diff_cpu" "$vekzol_cpu" 2)x" "$(ratio "$diff_mb" "$vekzol_mb" 2)x"
+printf '%-20s %10s %10s\n' apply/compare \
+  "$(ratio "$apply_cpu" "$vekzol_cpu" 2)x" "$(ratio "$apply_mb" "$vekzol_mb" 2)x"
+echo "change file: $(du -k "$work/change.json" | cut -f1) KB"
 
 cat "$work/agreement.txt"
 

@@ -20,6 +20,11 @@ set -euo pipefail
 if [ "${1:-}" = "--fuzz" ]; then
   packages=(cmake make clang libclang-rt-dev zlib1g-dev libsimdjson-dev nlohmann-json3-dev
     libcli11-dev)
+  # The tool's library hashes change files with OpenSSL's libcrypto.
+  packages+=(libssl-dev)
+  # The tool's library lays drawings out with Graphviz's libgvc, found
+  # through pkg-config.
+  packages+=(pkg-config libgraphviz-dev)
 elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else
@@ -28,6 +33,14 @@ else
   # The end-to-end benchmark bench/compare-models.sh: GNU time for its
   # measures, networkx for the script it compares with, gnuplot for its plot.
   packages+=(time python3-networkx gnuplot-nox)
+  # The tool's change files (diff, apply): SHA-256 from OpenSSL's
+  # libcrypto; the test of `diff --format json-patch` applies the patch with
+  # python3-jsonpatch, an implementation of its own.
+  packages+=(libssl-dev python3-jsonpatch)
+  # The tool's drawings (compare/show --format dot|svg|html): Graphviz's
+  # libgvc lays them out; the HTML report's test opens it in headless
+  # Chromium, driven through its DevTools protocol from python3.
+  packages+=(libgraphviz-dev chromium python3-websocket)
 fi
 
 missing=()

@@ -65,7 +65,7 @@ void MakeObjects(ModelState& state, const std::vector<std::string>& ids,
   }
   for (const EdgeData& edge : state.edges) {
     state.relations.push_back(std::make_unique<VEKZOLRelationImpl>(
-        byElement.at(edge.parent), byElement.at(edge.child), "precedes", edge.id.c_str()));
+        byElement.at(edge.parent), byElement.at(edge.child), edge.type.c_str(), edge.id.c_str()));
   }
   for (auto& object : state.objects) state.objectList.push_back(object.get());
   for (auto& relation : state.relations) state.relationList.push_back(relation.get());
@@ -88,6 +88,69 @@ void PartRoots(const std::set<int>& vertices, const std::vector<EdgeData>& edges
   }
   rootVertices = Sorted(rootVertices);
   rootEdges = Sorted(rootEdges);
+}
+
+// What the object of `element` carries beyond id and name, with content
+// on: a ref id, a SCIID and an attribute of each kind, by key.
+ObjectContent FirstContent(int element, const std::string& id) {
+  ObjectContent content;
+  content.hasRefId = content.hasSciid = true;
+  content.refId = "P-" + id;
+  content.sciid = "SCI-" + std::to_string(element);
+  char weight[32];
+  std::snprintf(weight, sizeof weight, "%.2f", (element % 1000) / 4.0 + 0.25);
+  content.attributes = {{"automated", element % 3 == 0 ? "true" : "false"},
+                        {"duration", std::to_string(element % 90 + 1)},
+                        {"serial", std::to_string(5000000000LL + element)},
+                        {"station", "\"S" + std::to_string(element % 12) + "\""},
+                        {"weight", weight}};
+  return content;
+}
+
+AttributeData* FindAttribute(ObjectContent& content, const std::string& key) {
+  for (AttributeData& attribute : content.attributes) {
+    if (attribute.key == key) return &attribute;
+  }
+  return nullptr;
+}
+
+// Changes one thing inside `content` or `name`, chosen by `kind` (0 to 8).
+void ChangeContent(unsigned kind, int element, const std::string& id, ObjectContent& content,
+                   std::string& name) {
+  switch (kind) {
+    case 0:
+      name = "Renamed " + id;
+      break;
+    case 1:  // another integer
+      FindAttribute(content, "duration")->json = std::to_string(element % 90 + 2);
+      break;
+    case 2:  // an integer becomes a string
+      FindAttribute(content, "duration")->json = "\"" + std::to_string(element % 90 + 1) + " min\"";
+      break;
+    case 3: {  // another real
+      char weight[32];
+      std::snprintf(weight, sizeof weight, "%.2f", (element % 1000) / 4.0 + 0.75);
+      FindAttribute(content, "weight")->json = weight;
+      break;
+    }
+    case 4:  // added, between "automated" and "duration"
+      content.attributes.insert(content.attributes.begin() + 1, {"colour", "\"red\""});
+      break;
+    case 5:  // removed
+      content.attributes.erase(content.attributes.begin());
+      break;
+    case 6:
+      content.refId += "-B";
+      break;
+    case 7:
+      content.hasSciid = false;
+      content.sciid.clear();
+      break;
+    default: {  // the other boolean
+      AttributeData* automated = FindAttribute(content, "automated");
+      automated->json = automated->json == "true" ? "false" : "true";
+    }
+  }
 }
 
 }  // namespace
@@ -168,6 +231,12 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
       newParents[edge.child].push_back(edge.parent);
     }
   }
+  const size_t keptEdges = now.edges.size();
+  // With content, every other moved element that had a tree edge keeps its
+  // id for the edge from its new parent: neither removed nor added, but
+  // another source.
+  const bool content = options.contentChanged > 0.0;
+  std::set<std::string> reusedIds;
   for (int element = 1; element < n; ++element) {
     if (!moved[element]) continue;
     int parent = -1;
@@ -180,10 +249,22 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
       }
     }
     if (parent < 0) continue;  // no other parent found: it loses its parents all the same
-    const EdgeData edge{EdgeId("M", element, options.guidIds), parent, element};
+    const bool reused = content && element % 2 == 0 && element % options.treeSize != 0;
+    const EdgeData edge{EdgeId(reused ? "R" : "M", element, options.guidIds), parent, element};
     now.edges.push_back(edge);
-    addedEdges.push_back(edge);
+    if (reused) {
+      reusedIds.insert(edge.id);
+    } else {
+      addedEdges.push_back(edge);
+    }
     newParents[element].push_back(parent);
+  }
+  if (!reusedIds.empty()) {
+    removedEdges.erase(std::remove_if(removedEdges.begin(), removedEdges.end(),
+                                      [&reusedIds](const EdgeData& edge) {
+                                        return reusedIds.count(edge.id) != 0;
+                                      }),
+                       removedEdges.end());
   }
   std::set<int> addedElements;
   for (int element = n; element < total; ++element) {
@@ -240,6 +321,26 @@ std::unique_ptr<GeneratedModel> Generate(const GeneratorOptions& options) {
   std::vector<std::string> newNames;
   for (int element = 0; element < total; ++element) {
     newNames.push_back("Name " + model->ids[element]);
+  }
+  if (content) {
+    // A random sequence of its own: the choices above are those made
+    // without content.
+    std::mt19937 contentRandom(options.seed ^ 0x5EEDC0DEu);
+    const auto contentChance = [&contentRandom](double share) {
+      return std::uniform_real_distribution<double>(0.0, 1.0)(contentRandom) < share;
+    };
+    for (int element = 0; element < total; ++element) {
+      model->oldContent.push_back(FirstContent(element, model->ids[element]));
+    }
+    model->newContent = model->oldContent;
+    for (int element = 0; element < n; ++element) {
+      if (removed[element] || !contentChance(options.contentChanged)) continue;
+      ChangeContent(contentRandom() % 9, element, model->ids[element], model->newContent[element],
+                    newNames[element]);
+    }
+    for (size_t i = 0; i < keptEdges; ++i) {
+      if (contentChance(options.contentChanged)) now.edges[i].type = "follows";
+    }
   }
   MakeObjects(old, model->ids, model->oldNames, random);
   MakeObjects(now, model->ids, newNames, random);

@@ -41,6 +41,18 @@ struct GeneratorOptions {
   // and a GUID ("PRC-3f2504e0-4f89-11d3-9a0c-0305e82c3301"), instead of
   // the 11-byte "PRC-0001234".
   bool guidIds = false;
+  // Changes inside elements that keep their id; 0, the default, leaves the
+  // states as without this option (ids, names and ends only, every
+  // relation "precedes"). Above 0 every object also carries a ref id, a
+  // SCIID and attributes of each kind (GeneratedModel::oldContent), and
+  // this share of the elements both states have changes one thing inside:
+  // its name, ref id or SCIID, or an attribute added, removed, or changed
+  // in value or in JSON type; this share of the relations both states
+  // have changes its type; and every other moved element (by number) gets
+  // its new parent edge under the id of its old tree edge, whose source so
+  // changes, rather than under a new id. Drawn from a random sequence of
+  // their own, so the other choices are those made without it.
+  double contentChanged = 0.0;
 };
 
 // One relation as plain data.
@@ -48,6 +60,24 @@ struct EdgeData {
   std::string id;
   int parent;  // element numbers
   int child;
+  std::string type = "precedes";
+};
+
+// An attribute as plain data: its key and its value as JSON text
+// ("\"S1\"", "12", "3.25", "true").
+struct AttributeData {
+  std::string key;
+  std::string json;
+};
+
+// What an object carries beyond its id and name, with content on; the
+// attributes by key.
+struct ObjectContent {
+  bool hasRefId = false;
+  bool hasSciid = false;
+  std::string refId;
+  std::string sciid;
+  std::vector<AttributeData> attributes;
 };
 
 // One state: its elements and relations as plain data, and the host's
@@ -81,6 +111,11 @@ struct GeneratedModel {
   std::vector<std::string> ids;
   std::vector<std::string> oldNames;
   std::vector<std::string> backupNames;
+  // With content (GeneratorOptions::contentChanged above 0), per element
+  // number, what its object carries beyond id and name in each state;
+  // empty without. The states' objects hold ids and names only.
+  std::vector<ObjectContent> oldContent;
+  std::vector<ObjectContent> newContent;
 };
 
 // "PRC-0001234", "PRD-..." or "RSC-..." by the element number; with

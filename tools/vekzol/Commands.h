@@ -45,6 +45,8 @@ struct RegisteredCommand {
 // Each adds its command to `app`. The options a command parses live as
 // long as the returned run does.
 RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common);
+RegisteredCommand RegisterDiff(CLI::App& app, const CommonOptions& common);
+RegisteredCommand RegisterApply(CLI::App& app, const CommonOptions& common);
 RegisteredCommand RegisterDump(CLI::App& app, const CommonOptions& common);
 RegisteredCommand RegisterShow(CLI::App& app, const CommonOptions& common);
 RegisteredCommand RegisterCompress(CLI::App& app);

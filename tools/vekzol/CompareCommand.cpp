@@ -15,6 +15,8 @@
 
 #include "Commands.h"
 #include "ComparisonReport.h"
+#include "ContentComparison.h"
+#include "DrawingFormats.h"
 #include "FileIO.h"
 #include "ModelFile.h"
 #include "Phases.h"
@@ -31,8 +33,10 @@ struct CompareOptions {
   std::string newModel;
   bool checkNames = false;
   bool roots = false;
+  bool content = false;
   std::string format = "text";
   std::string output;
+  size_t maxDrawn = kDefaultMaxDrawn;  // --format dot, svg, html
 };
 
 // A thread that is joined when it goes out of scope, also when the scope is
@@ -55,9 +59,10 @@ std::string Counts(const ModelFile& model) {
 }
 
 int RunCompare(const CompareOptions& options, const CommonOptions& common) {
-  if (options.format != "text" && options.format != "json") {
-    throw ToolError("unknown format \"" + options.format + "\" (text or json)");
+  if (options.format != "text" && options.format != "json" && !IsDrawingFormat(options.format)) {
+    throw ToolError("unknown format \"" + options.format + "\" (text, json, dot, svg or html)");
   }
+  if (options.content) CheckContentFormat(options.format);
   Output output(options.output);
   Phases phases(StandardErrorIsTerminal() && !common.quiet, common.timings);
 
@@ -118,15 +123,36 @@ int RunCompare(const CompareOptions& options, const CommonOptions& common) {
     phases.End("roots");
   }
 
+  // With --content: what changed inside the elements both models have.
+  std::unique_ptr<ContentComparison> content;
+  if (options.content) {
+    content = std::make_unique<ContentComparison>(options.oldModel, options.newModel);
+    content->Run(phases);
+  }
+
+  // --format dot, svg or html: the change drawn (DrawingFormats.h).
+  std::string drawn;
+  if (IsDrawingFormat(options.format)) {
+    phases.Begin("drawing");
+    drawn = DrawComparisonAs(options.format, report, oldModel, newModel, options.maxDrawn,
+                             common.quiet);
+    phases.End("draw");
+  }
+
   phases.Begin("writing");
-  output.Write(options.format == "json" ? RenderJson(report) : RenderText(report));
+  output.Write(content                           ? content->Render(report, options.format)
+               : IsDrawingFormat(options.format) ? drawn
+               : options.format == "json"        ? RenderJson(report)
+                                                 : RenderText(report));
   output.Commit();
   phases.End("write");
+  const bool different = report.different || (content && content->Changed());
+  LeaveToProcessExit(std::move(content));
   LeaveToProcessExit(std::move(comparatorObject));
   LeaveToProcessExit(std::move(newFile));
   LeaveToProcessExit(std::move(oldFile));
   phases.PrintTimings();
-  return report.different ? kExitDifferent : kExitSame;
+  return different ? kExitDifferent : kExitSame;
 }
 
 }  // namespace
@@ -148,9 +174,16 @@ RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common) {
                     "carry ident paths from old to new");
   command->add_flag("--roots", options->roots,
                     "Also report the entry points of what is added and removed");
-  command->add_option("--format", options->format, "Output format")
-      ->check(CLI::IsMember({"text", "json"}))
+  command->add_flag("--content", options->content,
+                    "Also report what changed inside the elements both models have: fields, "
+                    "attributes, relation types and ends (a difference too)");
+  command
+      ->add_option("--format", options->format,
+                   "Output format: the report (text, json) or the change drawn (dot: Graphviz's "
+                   "DOT; svg; html: a page with the counts, the drawing and the lists)")
+      ->check(CompareFormatCheck())
       ->capture_default_str();
+  AddMaxDrawnOption(*command, options->maxDrawn);
   command
       ->add_option("-o,--output", options->output,
                    "Write to FILE (only when the command succeeds) instead of "

@@ -26,12 +26,14 @@ namespace {
 
 using vekzol::comparison_model::GeneratedModel;
 using vekzol::comparison_model::ModelState;
+using vekzol::comparison_model::ObjectContent;
 
 struct GenerateOptions {
   int vertices = 0;
   double changes = 2.0;  // percent
   uint32_t seed = 12345;
-  int idBytes = 11;  // 11: "PRD-0446620"; 40: a kind and a GUID
+  int idBytes = 11;             // 11: "PRD-0446620"; 40: a kind and a GUID
+  double contentChanges = 0.0;  // percent; 0: no content beyond ids, names and ends
   std::string oldModel;
   std::string newModel;
   std::string expected;  // optional: the expected comparison, as JSON
@@ -42,13 +44,15 @@ void Append(std::string& json, const CString& text) {
 }
 
 // Writes one state; with `model` the old state's backup names and ident
-// paths go with its objects, as a host sets them before comparing.
-void WriteState(const ModelState& state, const GeneratedModel* model, Output& output) {
+// paths go with its objects, as a host sets them before comparing; with
+// `content` (by element number) their ref ids, SCIIDs and attributes.
+void WriteState(const ModelState& state, const GeneratedModel* model,
+                const std::vector<ObjectContent>* content, Output& output) {
   // The element number of each object, for its backup name. The state made
   // its objects in the order of its elements; the id cannot tell, since a
   // GUID-shaped id does not spell the number out.
   std::unordered_map<const VEKIZOLObject*, int> elementOf;
-  if (model != nullptr) {
+  if (model != nullptr || content != nullptr) {
     elementOf.reserve(state.objects.size());
     for (size_t i = 0; i < state.objects.size(); ++i) {
       elementOf.emplace(state.objects[i].get(), state.elements[i]);
@@ -69,6 +73,24 @@ void WriteState(const ModelState& state, const GeneratedModel* model, Output& ou
       Append(json, CString(model->backupNames[static_cast<size_t>(element)].c_str()));
       json += ", \"identPath\": ";
       Append(json, "/" + id);
+    }
+    if (content != nullptr) {
+      const ObjectContent& carried = (*content)[static_cast<size_t>(elementOf.at(object))];
+      if (carried.hasRefId) {
+        json += ", \"refId\": ";
+        Append(json, CString(carried.refId.c_str()));
+      }
+      if (carried.hasSciid) {
+        json += ", \"sciid\": ";
+        Append(json, CString(carried.sciid.c_str()));
+      }
+      json += ", \"attributes\": {";
+      for (const auto& attribute : carried.attributes) {
+        if (&attribute != &carried.attributes.front()) json += ", ";
+        Append(json, CString(attribute.key.c_str()));
+        json += ": " + attribute.json;
+      }
+      json += "}";
     }
     json += "}";
     if (json.size() > (1u << 20)) {
@@ -135,6 +157,9 @@ int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
   if (options.idBytes != 11 && options.idBytes != 40) {
     throw ToolError("--id-bytes must be 11 or 40");
   }
+  if (!(options.contentChanges >= 0.0 && options.contentChanges <= 100.0)) {
+    throw ToolError("--content-changes must be a percentage from 0 to 100");
+  }
   if (options.oldModel == "-" || options.newModel == "-" || options.expected == "-") {
     throw ToolError("generate writes files, not standard output");
   }
@@ -146,6 +171,7 @@ int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
       options.changes / 100.0;
   generator.seed = options.seed;
   generator.guidIds = options.idBytes == 40;
+  generator.contentChanged = options.contentChanges / 100.0;
   phases.Begin("generating");
   const auto model = vekzol::comparison_model::Generate(generator);
   phases.End("generate");
@@ -154,10 +180,11 @@ int RunGenerate(const GenerateOptions& options, const CommonOptions& common) {
   Output newOutput(options.newModel);
   Output expectedOutput(options.expected);
   phases.Begin("writing " + options.oldModel);
-  WriteState(model->oldState, model.get(), oldOutput);
+  const bool content = !model->oldContent.empty();
+  WriteState(model->oldState, model.get(), content ? &model->oldContent : nullptr, oldOutput);
   phases.End("write " + options.oldModel);
   phases.Begin("writing " + options.newModel);
-  WriteState(model->newState, nullptr, newOutput);
+  WriteState(model->newState, nullptr, content ? &model->newContent : nullptr, newOutput);
   phases.End("write " + options.newModel);
   if (!options.expected.empty()) WriteExpected(*model, expectedOutput);
   oldOutput.Commit();
@@ -184,6 +211,12 @@ RegisteredCommand RegisterGenerate(CLI::App& app, const CommonOptions& common) {
   command
       ->add_option("--id-bytes", options->idBytes,
                    "Length of the ids: 11 (\"PRD-0446620\") or 40 (a kind and a GUID)")
+      ->capture_default_str();
+  command
+      ->add_option("--content-changes", options->contentChanges,
+                   "Also give every object a ref id, a SCIID and attributes, and change this "
+                   "percentage of the elements both states have inside (a name, ref id, SCIID or "
+                   "attribute, a relation's type or source); 0: none")
       ->capture_default_str();
   command
       ->add_option("--expected", options->expected,

@@ -7,6 +7,8 @@
 // limit of --max-output, or above what the library's CString can hold,
 // the command refuses with the size and why it is so large, and writes
 // nothing.
+//
+// `show --format dot|svg` draws the model instead (DrawingFormats.h).
 #include <CLI/CLI.hpp>
 
 #include <climits>
@@ -18,6 +20,7 @@
 #include <vekzol/VEKZOLBase.h>
 
 #include "Commands.h"
+#include "DrawingFormats.h"
 #include "FileIO.h"
 #include "GraphTextSize.h"
 #include "ModelFile.h"
@@ -37,6 +40,9 @@ struct GraphTextOptions {
   bool full = false;  // ToString rather than Dump
   // The largest text written; a larger one is refused before it is made.
   uint64_t maxOutput = 1073741824;  // 1 GiB
+  // `show`: "text" (the listing), or a drawing, "dot" or "svg".
+  std::string format = "text";
+  size_t maxDrawn = kDefaultMaxDrawn;
 };
 
 // The most a CString holds: a longer text cannot be made at all.
@@ -77,6 +83,17 @@ int RunGraphText(const GraphTextOptions& options, const CommonOptions& common) {
   model.Build();
   phases.End("build");
   if (!common.quiet) model.ReportTolerated();
+
+  if (options.format != "text") {
+    phases.Begin("drawing");
+    const std::string drawn = DrawModelAs(options.format, model, options.maxDrawn, common.quiet);
+    phases.End("draw");
+    output.Write(drawn);
+    output.Commit();
+    LeaveToProcessExit(std::move(file));
+    phases.PrintTimings();
+    return kExitSame;
+  }
 
   phases.Begin("rendering");
   const GraphTextSize size = MeasureGraphText(model.Graph(), model.GraphName(), options.full);
@@ -119,6 +136,15 @@ RegisteredCommand RegisterGraphText(CLI::App& app, const CommonOptions& common, 
                    "is made; texts above 2147483647 bytes cannot be made at all)")
       ->type_name("BYTES")
       ->capture_default_str();
+  if (full) {
+    command
+        ->add_option("--format", options->format,
+                     "Output format: the listing (text) or the model drawn (dot: Graphviz's DOT; "
+                     "svg)")
+        ->check(CLI::IsMember({"text", "dot", "svg"}))
+        ->capture_default_str();
+    AddMaxDrawnOption(*command, options->maxDrawn);
+  }
   command->footer(kModelHelp);
   return {command, [options, &common] { return RunGraphText(*options, common); }};
 }

@@ -23,6 +23,7 @@
 // that name is meant below.
 #undef ReplaceFile
 #else
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -168,6 +169,38 @@ bool MappedFile::Map(const std::string& path, size_t bytesPastTheEnd) {
   address_ = address;
   size_ = size;
   return true;
+#endif
+}
+
+std::string LibraryFolderOf(void (*function)()) {
+#ifdef _WIN32
+  (void)function;
+  return std::string();
+#else
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<void*>(function), &info) == 0 || info.dli_fname == nullptr) {
+    return std::string();
+  }
+  const std::string path = info.dli_fname;
+  const size_t slash = path.rfind('/');
+  return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
+#endif
+}
+
+void* LoadLibrarySymbol(const std::string& path, const char* symbol, std::string& error) {
+#ifdef _WIN32
+  (void)path;
+  (void)symbol;
+  error = "loading libraries is not supported on this system";
+  return nullptr;
+#else
+  void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* address = library != nullptr ? dlsym(library, symbol) : nullptr;
+  if (address == nullptr) {
+    const char* why = dlerror();
+    error = why != nullptr ? why : "not found";
+  }
+  return address;
 #endif
 }
 

@@ -2,8 +2,9 @@
 // The few operating-system questions the vekzol tool asks, kept in one
 // place: whether standard error is a terminal, how to put a finished file
 // in place of another, how to switch the standard streams to binary, how
-// to read and set a variable of the process's environment, and the test
-// seam that makes the steps of writing an output file fail.
+// to read and set a variable of the process's environment, the test seam
+// that makes the steps of writing an output file fail, and loading a
+// library's plugin.
 #ifndef VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 #define VEKZOL_TOOLS_VEKZOL_PLATFORM_H_
 
@@ -72,6 +73,15 @@ class MappedFile {
   void* address_ = nullptr;
   size_t size_ = 0;
 };
+
+// The folder of the shared library that holds `function` (a function of
+// it), ending in a separator; "" when the system cannot tell.
+std::string LibraryFolderOf(void (*function)());
+
+// Loads the shared library at `path`, which stays loaded for the rest of
+// the process, and finds `symbol` in it. Null, with why in `error`, when
+// either fails, and on systems where the tool does not load libraries.
+void* LoadLibrarySymbol(const std::string& path, const char* symbol, std::string& error);
 
 }  // namespace vekzol_tool
 

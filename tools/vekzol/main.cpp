@@ -49,8 +49,9 @@ int Run(int argc, char** argv) {
 
   // In the order --help lists them.
   const RegisteredCommand commands[] = {
-      RegisterCompare(app, common), RegisterDump(app, common), RegisterShow(app, common),
-      RegisterCompress(app),        RegisterDecompress(app),   RegisterGenerate(app, common)};
+      RegisterCompare(app, common), RegisterDiff(app, common),    RegisterApply(app, common),
+      RegisterDump(app, common),    RegisterShow(app, common),    RegisterCompress(app),
+      RegisterDecompress(app),      RegisterGenerate(app, common)};
 
   // CLI11 would only say that a command is required.
   if (argc > 1 && argv[1][0] != '-') {
