@@ -74,11 +74,7 @@ RegisteredCommand RegisterApply(CLI::App& app, const CommonOptions& common) {
   command->add_flag("--ignore-digest", options->apply.ignoreDigest,
                     "Apply the change to a model of another content, as long as every element "
                     "the change touches is as the change expects");
-  command
-      ->add_option("-o,--output", options->output,
-                   "Write to FILE (only when the command succeeds) instead of "
-                   "standard output")
-      ->type_name("FILE");
+  AddOutputOption(*command, options->output);
   command->footer(kModelHelp);
   return {command, [options, &common] { return RunApply(*options, common); }};
 }

@@ -9,6 +9,7 @@
 #define VEKZOL_TOOLS_VEKZOL_COMMANDS_H_
 
 #include <functional>
+#include <string>
 
 namespace CLI {
 class App;
@@ -41,6 +42,10 @@ struct RegisteredCommand {
   // Runs it with the options parsed into it; `common` is read only then.
   std::function<int()> run;
 };
+
+// Adds -o/--output to a command that writes its result through Output
+// (FileIO.h), so only when it succeeds.
+void AddOutputOption(CLI::App& command, std::string& output);
 
 // Each adds its command to `app`. The options a command parses live as
 // long as the returned run does.

@@ -184,11 +184,7 @@ RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common) {
       ->check(CompareFormatCheck())
       ->capture_default_str();
   AddMaxDrawnOption(*command, options->maxDrawn);
-  command
-      ->add_option("-o,--output", options->output,
-                   "Write to FILE (only when the command succeeds) instead of "
-                   "standard output")
-      ->type_name("FILE");
+  AddOutputOption(*command, options->output);
   command->footer(kModelHelp);
   return {command, [options, &common] { return RunCompare(*options, common); }};
 }

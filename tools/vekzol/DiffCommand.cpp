@@ -92,11 +92,7 @@ RegisteredCommand RegisterDiff(CLI::App& app, const CommonOptions& common) {
                    "OLD's file as it stands")
       ->check(CLI::IsMember({"change", "json-patch"}))
       ->capture_default_str();
-  command
-      ->add_option("-o,--output", options->output,
-                   "Write to FILE (only when the command succeeds) instead of "
-                   "standard output")
-      ->type_name("FILE");
+  AddOutputOption(*command, options->output);
   command->footer(kModelHelp);
   return {command, [options, &common] { return RunDiff(*options, common); }};
 }
