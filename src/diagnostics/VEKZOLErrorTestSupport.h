@@ -104,15 +104,7 @@ class FixedTrace {
   void FailOpens() { system_.failOpen = true; }
 
   // What the trace file holds after its header; "" when there is no file.
-  std::string Body() const {
-    const std::string text = vekzol_log_test::ReadFile(
-        vekzol_log_test::TracePath(vekzol_log_test::TestTempDir(), vekzol_log_test::kStamp));
-    const std::string header = vekzol_log_test::kHeader;
-    if (text.compare(0, header.size(), header) != 0) {
-      return text;
-    }
-    return text.substr(header.size());
-  }
+  std::string Body() const { return vekzol_log_test::TraceBody(); }
 
   bool FileExists() const {
     return vekzol_log_test::FileExists(

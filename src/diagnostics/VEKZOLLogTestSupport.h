@@ -204,6 +204,17 @@ inline std::string Line(const std::string& message) {
   return std::string(kCutDate) + "\t" + message + "\n";
 }
 
+// What the fixed-clock trace file in the test's temporary directory holds
+// after its header; "" when there is no file.
+inline std::string TraceBody() {
+  const std::string text = ReadFile(TracePath(TestTempDir(), kStamp));
+  const std::string header = kHeader;
+  if (text.compare(0, header.size(), header) != 0) {
+    return text;
+  }
+  return text.substr(header.size());
+}
+
 // Writes verbose lines (verbosity 1, 2 and -1) around a plain one, asks
 // IsVerbosityEnabled once, expecting `answer`, then writes the same again.
 // Returns what the trace file must hold: the verbose lines are dropped

@@ -28,15 +28,7 @@ inline void FreshTrace() {
 }
 
 // What the trace file holds after its header, or "" when it does not exist.
-inline std::string TraceBody() {
-  const std::string text = vekzol_log_test::ReadFile(
-      vekzol_log_test::TracePath(vekzol_log_test::TestTempDir(), vekzol_log_test::kStamp));
-  const std::string header = vekzol_log_test::kHeader;
-  if (text.compare(0, header.size(), header) != 0) {
-    return text;
-  }
-  return text.substr(header.size());
-}
+inline std::string TraceBody() { return vekzol_log_test::TraceBody(); }
 
 // One trace line as the fixed clock dates it.
 inline std::string Line(const std::string& message) { return vekzol_log_test::Line(message); }
