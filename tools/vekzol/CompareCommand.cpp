@@ -5,10 +5,8 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
-#include <exception>
 #include <memory>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include <vekzol/VEKZOLBase.h>
@@ -19,6 +17,7 @@
 #include "DrawingFormats.h"
 #include "FileIO.h"
 #include "ModelFile.h"
+#include "Parallel.h"
 #include "Phases.h"
 #include "Platform.h"
 #include "ProcessExit.h"
@@ -37,20 +36,6 @@ struct CompareOptions {
   std::string format = "text";
   std::string output;
   size_t maxDrawn = kDefaultMaxDrawn;  // --format dot, svg, html
-};
-
-// A thread that is joined when it goes out of scope, also when the scope is
-// left by an exception.
-class JoinedThread {
- public:
-  template <typename Work>
-  explicit JoinedThread(Work&& work) : thread_(std::forward<Work>(work)) {}
-  ~JoinedThread() { thread_.join(); }
-  JoinedThread(const JoinedThread&) = delete;
-  JoinedThread& operator=(const JoinedThread&) = delete;
-
- private:
-  std::thread thread_;
 };
 
 std::string Counts(const ModelFile& model) {
@@ -76,24 +61,17 @@ int RunCompare(const CompareOptions& options, const CommonOptions& common) {
   // fail, the old file's error is the one reported, as when they were read
   // one after the other.
   PhaseTimes newTimes;
-  std::exception_ptr newFailure;
-  {
-    JoinedThread newReader([&newModel, &newTimes, &newFailure] {
-      try {
-        newModel.Load(newTimes);
-      } catch (...) {
-        newFailure = std::current_exception();
-      }
-    });
-    phases.Begin("reading " + oldModel.Path());
-    PhaseTimes oldTimes;
-    oldModel.Load(oldTimes);
-    phases.Record(oldTimes);
-    phases.NoteElements(oldModel.Elements());
-    phases.End("load " + oldModel.Path(), Counts(oldModel));
-    phases.Begin("reading " + newModel.Path());
-  }
-  if (newFailure) std::rethrow_exception(newFailure);
+  RunBoth(
+      [&] {
+        phases.Begin("reading " + oldModel.Path());
+        PhaseTimes oldTimes;
+        oldModel.Load(oldTimes);
+        phases.Record(oldTimes);
+        phases.NoteElements(oldModel.Elements());
+        phases.End("load " + oldModel.Path(), Counts(oldModel));
+        phases.Begin("reading " + newModel.Path());
+      },
+      [&newModel, &newTimes] { newModel.Load(newTimes); });
   phases.Record(newTimes);
   phases.NoteElements(newModel.Elements());
   phases.End("load " + newModel.Path(), Counts(newModel));
