@@ -3,23 +3,44 @@
 # a version file and the VEKZOLBase::VEKZOLBase target) and vekzolbase.pc.
 include(CMakePackageConfigHelpers)
 
+# Compresses INPUT into OUTPUT when configuring, again whenever INPUT
+# changes. gzip -n leaves the name and time stamp out, so the same text
+# always gives the same bytes.
+function(vekzol_gzip input output)
+  find_program(VEKZOL_GZIP gzip REQUIRED)
+  get_filename_component(directory "${output}" DIRECTORY)
+  file(MAKE_DIRECTORY "${directory}")
+  execute_process(COMMAND "${VEKZOL_GZIP}" -9 -n -c "${input}" OUTPUT_FILE "${output}"
+    RESULT_VARIABLE result)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "could not compress ${input}")
+  endif()
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${input}")
+endfunction()
+
 set(VEKZOL_CMAKE_INSTALL_DIR "${CMAKE_INSTALL_LIBDIR}/cmake/VEKZOLBase")
 
+# Three install components, one per package: `runtime` (the shared library
+# a program needs to run), `development` (what a build needs: headers, the
+# unversioned link or import library, CMake package, pkg-config file) and
+# `tool` (the vekzol command). A plain `cmake --install` installs all three.
 install(TARGETS VEKZOLBase
   EXPORT VEKZOLBaseTargets
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/vekzol"
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+  COMPONENT development
   FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT VEKZOLBaseTargets
   NAMESPACE VEKZOLBase::
   FILE VEKZOLBaseTargets.cmake
-  DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR})
+  DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR}
+  COMPONENT development)
 
 configure_package_config_file(
   "${PROJECT_SOURCE_DIR}/cmake/VEKZOLBaseConfig.cmake.in"
@@ -32,7 +53,8 @@ write_basic_package_version_file(
 install(FILES
   "${PROJECT_BINARY_DIR}/VEKZOLBaseConfig.cmake"
   "${PROJECT_BINARY_DIR}/VEKZOLBaseConfigVersion.cmake"
-  DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR})
+  DESTINATION ${VEKZOL_CMAKE_INSTALL_DIR}
+  COMPONENT development)
 
 # The build tree is usable as a package too.
 export(EXPORT VEKZOLBaseTargets
@@ -65,10 +87,18 @@ endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/vekzolbase.pc.in"
   "${PROJECT_BINARY_DIR}/vekzolbase.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/vekzolbase.pc"
-  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+  COMPONENT development)
 
 # The command-line tool, where it is built: bin/vekzol, which finds the
 # shared library in the lib directory beside bin.
 if(TARGET vekzol)
-  install(TARGETS vekzol RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(TARGETS vekzol RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tool)
+  set(manual_page "${PROJECT_SOURCE_DIR}/tools/vekzol/vekzol.1")
+  if(VEKZOL_DEBIAN_PACKAGES)
+    # Debian keeps manual pages compressed.
+    vekzol_gzip("${manual_page}" "${PROJECT_BINARY_DIR}/debian/vekzol.1.gz")
+    set(manual_page "${PROJECT_BINARY_DIR}/debian/vekzol.1.gz")
+  endif()
+  install(FILES "${manual_page}" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT tool)
 endif()

@@ -74,6 +74,9 @@ COMPONENTS = {
     # The command-line tool and its tests.
     "cli": dict(paths=["tools/vekzol/", "tools/tests/"], deps=["library", "generator"],
                 public_only=True),
+    # The small libraries that the ABI check's tests compare: programs of
+    # their own, apart from the library.
+    "abi-tests": dict(paths=["tests/abi/"], deps=[]),
     # Host programs.
     "hosts": dict(
         paths=["bench/", "fuzz/", "examples/", "tests/api/", "tests/packaging/"],

@@ -10,6 +10,10 @@
 #                                      mingw-w64 cross compiler, zlib for it,
 #                                      GoogleTest sources and Wine to run the
 #                                      tests
+#   scripts/install-deps.sh --packages  the release packages: the native
+#                                      build of the library and the tool,
+#                                      Debian's packaging tools, lintian and
+#                                      the ABI check's abigail-tools
 #   scripts/install-deps.sh --fuzz     the libFuzzer build: clang and its
 #                                      fuzzer and sanitizer runtimes, and
 #                                      the vekzol tool's JSON and argument
@@ -25,6 +29,12 @@ if [ "${1:-}" = "--fuzz" ]; then
   # The tool's library lays drawings out with Graphviz's libgvc, found
   # through pkg-config.
   packages+=(pkg-config libgraphviz-dev)
+elif [ "${1:-}" = "--packages" ]; then
+  # The release packages (scripts/build-packages.sh, check-packages.sh): the
+  # tool's build, Debian's packaging tools and lintian, the ABI check's
+  # libabigail, pkg-config for the installed package's consumer.
+  packages=(cmake make g++ pkg-config zlib1g-dev libsimdjson-dev nlohmann-json3-dev libcli11-dev
+    libssl-dev libgraphviz-dev dpkg-dev file lintian abigail-tools)
 elif [ "${1:-}" = "--windows" ]; then
   packages=(cmake make pkg-config g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 else
@@ -41,6 +51,8 @@ else
   # libgvc lays them out; the HTML report's test opens it in headless
   # Chromium, driven through its DevTools protocol from python3.
   packages+=(libgraphviz-dev chromium python3-websocket)
+  # The tests of the ABI check compare small libraries with libabigail.
+  packages+=(abigail-tools)
 fi
 
 missing=()

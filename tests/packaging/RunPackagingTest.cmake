@@ -1,5 +1,7 @@
 # Runs one packaging test (cmake -P). Arguments: VEKZOL_BINARY_DIR,
-# VEKZOL_SOURCE_DIR, WORK_DIR, MODE (find_package | add_subdirectory),
+# VEKZOL_SOURCE_DIR, WORK_DIR, MODE (find_package | archive |
+# add_subdirectory; archive: the consumer of find_package built against the
+# unpacked release zip, which needs CPACK_COMMAND),
 # CXX_COMPILER, BUILD_TYPE; for a cross build also TOOLCHAIN_FILE and
 # EMULATOR (runs the consumers); TARGET_WINDOWS for a Windows
 # target (a DLL with its import library instead of a SONAME, and the folder
@@ -32,9 +34,36 @@ if(NOT BUILD_TYPE)
   set(BUILD_TYPE Release)
 endif()
 
-if(MODE STREQUAL "find_package")
+if(MODE STREQUAL "find_package" OR MODE STREQUAL "archive")
   set(prefix "${WORK_DIR}/prefix")
-  run(${CMAKE_COMMAND} --install "${VEKZOL_BINARY_DIR}" --prefix "${prefix}")
+  if(MODE STREQUAL "archive")
+    # The release zip as CPack makes it, unpacked as its user would: its
+    # files must be exactly those of an install.
+    run(${CPACK_COMMAND} -G ZIP --config "${VEKZOL_BINARY_DIR}/CPackConfig.cmake"
+        -B "${WORK_DIR}/archive")
+    file(GLOB archive "${WORK_DIR}/archive/*.zip")
+    list(LENGTH archive count)
+    if(NOT count EQUAL 1)
+      message(FATAL_ERROR "cpack made ${count} zip files: ${archive}")
+    endif()
+    file(MAKE_DIRECTORY "${WORK_DIR}/unpacked")
+    run(${CMAKE_COMMAND} -E chdir "${WORK_DIR}/unpacked" ${CMAKE_COMMAND} -E tar xf "${archive}")
+    get_filename_component(folder "${archive}" NAME_WLE)
+    set(prefix "${WORK_DIR}/unpacked/${folder}")
+    run(${CMAKE_COMMAND} --install "${VEKZOL_BINARY_DIR}" --prefix "${WORK_DIR}/installed"
+        --component runtime)
+    run(${CMAKE_COMMAND} --install "${VEKZOL_BINARY_DIR}" --prefix "${WORK_DIR}/installed"
+        --component development)
+    file(GLOB_RECURSE archived RELATIVE "${prefix}" "${prefix}/*")
+    file(GLOB_RECURSE installed RELATIVE "${WORK_DIR}/installed" "${WORK_DIR}/installed/*")
+    list(SORT archived)
+    list(SORT installed)
+    if(NOT archived STREQUAL installed)
+      message(FATAL_ERROR "the zip holds:\n${archived}\nan install gives:\n${installed}")
+    endif()
+  else()
+    run(${CMAKE_COMMAND} --install "${VEKZOL_BINARY_DIR}" --prefix "${prefix}")
+  endif()
 
   if(TARGET_WINDOWS)
     # The DLL goes to bin, its import library to lib.
