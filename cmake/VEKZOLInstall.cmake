@@ -7,7 +7,10 @@ include(CMakePackageConfigHelpers)
 # changes. gzip -n leaves the name and time stamp out, so the same text
 # always gives the same bytes.
 function(vekzol_gzip input output)
-  find_program(VEKZOL_GZIP gzip REQUIRED)
+  find_program(VEKZOL_GZIP gzip)
+  if(NOT VEKZOL_GZIP)
+    message(FATAL_ERROR "gzip not found: it compresses ${input} for the Debian packages")
+  endif()
   get_filename_component(directory "${output}" DIRECTORY)
   file(MAKE_DIRECTORY "${directory}")
   execute_process(COMMAND "${VEKZOL_GZIP}" -9 -n -c "${input}" OUTPUT_FILE "${output}"
