@@ -16,4 +16,13 @@ void AddOutputOption(CLI::App& command, std::string& output) {
       ->type_name("FILE");
 }
 
+void AddModelPair(CLI::App& command, std::string& oldModel, std::string& newModel) {
+  command.add_option("OLD", oldModel, "The old state (JSON model file)")
+      ->type_name("FILE")
+      ->required();
+  command.add_option("NEW", newModel, "The new state (JSON model file)")
+      ->type_name("FILE")
+      ->required();
+}
+
 }  // namespace vekzol_tool

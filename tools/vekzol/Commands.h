@@ -47,6 +47,10 @@ struct RegisteredCommand {
 // (FileIO.h), so only when it succeeds.
 void AddOutputOption(CLI::App& command, std::string& output);
 
+// Adds the positionals OLD and NEW, the two model files that compare and
+// diff read.
+void AddModelPair(CLI::App& command, std::string& oldModel, std::string& newModel);
+
 // Each adds its command to `app`. The options a command parses live as
 // long as the returned run does.
 RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common);

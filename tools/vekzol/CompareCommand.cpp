@@ -141,12 +141,7 @@ RegisteredCommand RegisterCompare(CLI::App& app, const CommonOptions& common) {
       "compare",
       "Compare two model files: prints what to add, remove, move and rename to turn OLD into "
       "NEW. Exit status 0 when they are the same, 1 when they differ, 2 on error.");
-  command->add_option("OLD", options->oldModel, "The old state (JSON model file)")
-      ->type_name("FILE")
-      ->required();
-  command->add_option("NEW", options->newModel, "The new state (JSON model file)")
-      ->type_name("FILE")
-      ->required();
+  AddModelPair(*command, options->oldModel, options->newModel);
   command->add_flag("--check-names", options->checkNames,
                     "Report vertices whose old name differs from their backup name, and "
                     "carry ident paths from old to new");

@@ -80,12 +80,7 @@ RegisteredCommand RegisterDiff(CLI::App& app, const CommonOptions& common) {
       "changed inside the elements both have, with the content digests of both, for `apply`; "
       "or a JSON Patch (RFC 6902) against OLD's file. Exit status 0 when their contents are "
       "the same, 1 when they differ, 2 on error.");
-  command->add_option("OLD", options->oldModel, "The old state (JSON model file)")
-      ->type_name("FILE")
-      ->required();
-  command->add_option("NEW", options->newModel, "The new state (JSON model file)")
-      ->type_name("FILE")
-      ->required();
+  AddModelPair(*command, options->oldModel, options->newModel);
   command
       ->add_option("--format", options->format,
                    "change: a change file for `apply`; json-patch: RFC 6902 operations on "
